@@ -1,0 +1,20 @@
+#pragma once
+
+#include <windows.h>
+
+// A text window written for stylus and handheld keyboard, put to use with mouse, wheel and desktop keyboard.
+namespace shell {
+
+// From now until it dies, `window`
+// - gets the wheel as WM_VSCROLL (SB_LINEUP, SB_LINEDOWN; SB_PAGEUP, SB_PAGEDOWN where the person chose
+// pages) and the
+//   tilted wheel as WM_HSCROLL, as many lines per notch as the system's setting says; parts of a notch add
+//   up;
+// - holds the mouse from WM_LBUTTONDOWN to WM_LBUTTONUP, and gets WM_LBUTTONUP also when the mouse is taken
+// from it;
+// - gets no stray characters (IsStrayCharacter);
+// - shows the text pointer.
+// False with the last error set on failure.
+bool AttachTextWindow(HWND window);
+
+}  // namespace shell
