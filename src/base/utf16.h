@@ -24,8 +24,8 @@ int Utf16Compare(const char16_t* left, const char16_t* right);
 const char16_t* Utf16FindLast(const char16_t* text, char16_t unit);
 const char16_t* Utf16Find(const char16_t* text, char16_t unit);
 
-// Copies `text` and its terminator into `target` of `room` units, cutting what does not fit; always terminates
-// when room > 0. Returns the units copied without the terminator.
+// Copies `text` and its terminator into `target` of `room` units, cutting what does not fit; always
+// terminates when room > 0. Returns the units copied without the terminator.
 size_t Utf16Copy(char16_t* target, size_t room, const char16_t* text);
 
 // Writes `value` in decimal, terminated, cut to `room` units including the terminator. Returns units written

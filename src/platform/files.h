@@ -10,7 +10,8 @@
 
 namespace nira {
 
-// Opens an existing file for reading, letting others read it meanwhile. Null on failure (missing, a folder, locked).
+// Opens an existing file for reading, letting others read it meanwhile. Null on failure (missing, a folder,
+// locked).
 FileHandle FileOpenForReading(const char16_t* path);
 
 // Creates the file, emptying one that is there, and shares it with nobody. Null on failure.
@@ -19,7 +20,8 @@ FileHandle FileCreateForWriting(const char16_t* path);
 // Reads up to `size` bytes; *read = 0 with a true result is the end of the file.
 bool FileRead(FileHandle file, void* buffer, uint32_t size, uint32_t* read);
 
-// Writes up to `size` bytes; *written may be less. A true result with *written = 0 is possible and means no progress.
+// Writes up to `size` bytes; *written may be less. A true result with *written = 0 is possible and means no
+// progress.
 bool FileWrite(FileHandle file, const void* data, uint32_t size, uint32_t* written);
 
 // Forces what was written onto the disk.

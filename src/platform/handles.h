@@ -1,7 +1,7 @@
 // Opaque handles to what the operating system owns.
 //
-// Portable code passes these around without knowing what stands behind them: on Windows they are the system's own
-// handles, cast in platform/win32; in the native build they point to plain records of platform/host.
+// Portable code passes these around without knowing what stands behind them: on Windows they are the system's
+// own handles, cast in platform/win32; in the native build they point to plain records of platform/host.
 #pragma once
 
 #include <cstdint>

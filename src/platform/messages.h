@@ -28,7 +28,8 @@ int ShowMessage(WindowHandle owner, const char16_t* text, const char16_t* captio
 // The code that the latest failed system call of this thread left.
 uint32_t LastSystemError();
 
-// The system's message for `code`, terminated and cut to `room` units. Returns its length; 0 when there is none.
+// The system's message for `code`, terminated and cut to `room` units. Returns its length; 0 when there is
+// none.
 size_t SystemErrorText(uint32_t code, char16_t* target, size_t room);
 
 }  // namespace nira

@@ -21,17 +21,19 @@ RegistryHandle RegistryOpen(RegistryRoot root, const char16_t* path);
 
 void RegistryClose(RegistryHandle key);
 
-// With null `data`: *size becomes the value's size in bytes. Otherwise reads at most *size bytes into `data` and
-// sets *size to the bytes read. False when the value is missing, unreadable or larger than *size.
+// With null `data`: *size becomes the value's size in bytes. Otherwise reads at most *size bytes into `data`
+// and sets *size to the bytes read. False when the value is missing, unreadable or larger than *size.
 bool RegistryQuery(RegistryHandle key, const char16_t* name, void* data, uint32_t* size);
 
-bool RegistrySet(RegistryHandle key, const char16_t* name, RegistryType type, const void* data, uint32_t size);
+bool RegistrySet(RegistryHandle key, const char16_t* name, RegistryType type, const void* data,
+                 uint32_t size);
 
 // The number of values and the length in units of the longest value name, without its terminator.
 bool RegistryQueryInfo(RegistryHandle key, uint32_t* count, uint32_t* longestName);
 
-// The name of value number `index`. *nameLength is the room of `name` in units on entry (terminator included) and
-// the name's length without the terminator on return. False past the last value or when the room is too small.
+// The name of value number `index`. *nameLength is the room of `name` in units on entry (terminator included)
+// and the name's length without the terminator on return. False past the last value or when the room is too
+// small.
 bool RegistryEnumValue(RegistryHandle key, uint32_t index, char16_t* name, uint32_t* nameLength);
 
 bool RegistryDeleteValue(RegistryHandle key, const char16_t* name);

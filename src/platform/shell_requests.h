@@ -7,8 +7,8 @@
 
 namespace nira {
 
-// Asks the shell to make `bytes` of memory available, by closing other applications if need be. A desktop records
-// the request and closes nothing.
+// Asks the shell to make `bytes` of memory available, by closing other applications if need be. A desktop
+// records the request and closes nothing.
 void RequestFreeMemory(uint32_t bytes);
 
 // The bytes of the latest request; 0 when there has been none.

@@ -5,8 +5,8 @@
 
 namespace nira {
 
-// The resource's own text of entry `id`, terminated in the resource; never freed. An empty text when there is no
-// such entry.
+// The resource's own text of entry `id`, terminated in the resource; never freed. An empty text when there is
+// no such entry.
 const char16_t* PlatformString(uint32_t id);
 
 }  // namespace nira

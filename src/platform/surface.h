@@ -1,5 +1,6 @@
-// What the view needs of the window that shows the text: its size, its scroll bars, the caret, a timer, the title
-// of the window around it and the pointer's shape. Every call accepts a null window and then does nothing.
+// What the view needs of the window that shows the text: its size, its scroll bars, the caret, a timer, the
+// title of the window around it and the pointer's shape. Every call accepts a null window and then does
+// nothing.
 #pragma once
 
 #include <cstdint>
@@ -18,8 +19,8 @@ SurfaceSize SurfaceClientSize(WindowHandle window);
 
 enum class SurfaceBar { kHorizontal, kVertical };
 
-// What a scroll bar shows; each call sets only the parts it names. Bars without a range are shown disabled, never
-// hidden, so that the client area keeps its size.
+// What a scroll bar shows; each call sets only the parts it names. Bars without a range are shown disabled,
+// never hidden, so that the client area keeps its size.
 void SurfaceSetScrollPosition(WindowHandle window, SurfaceBar bar, int32_t position);
 void SurfaceSetScrollRange(WindowHandle window, SurfaceBar bar, int32_t maximum, int32_t position);
 void SurfaceSetScrollPage(WindowHandle window, SurfaceBar bar, int32_t page);

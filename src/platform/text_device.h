@@ -1,7 +1,7 @@
 // Fonts, and measuring text with them, in pixels of the screen.
 //
-// These are the system's own measuring calls, slow but always right; view/measure.h answers most questions from
-// cached advance widths and comes here for the rest. A failing call leaves its reason in the last error.
+// These are the system's own measuring calls, slow but always right; view/measure.h answers most questions
+// from cached advance widths and comes here for the rest. A failing call leaves its reason in the last error.
 #pragma once
 
 #include <cstdint>
@@ -39,7 +39,8 @@ FontHandle DeviceSelectFont(DeviceHandle device, FontHandle font);
 bool DeviceTextExtent(DeviceHandle device, const char16_t* text, uint32_t length, int32_t* width);
 
 // The longest prefix that is not wider than `maxWidth`, as the system counts it.
-bool DeviceFitText(DeviceHandle device, const char16_t* text, uint32_t length, int32_t maxWidth, uint32_t* count);
+bool DeviceFitText(DeviceHandle device, const char16_t* text, uint32_t length, int32_t maxWidth,
+                   uint32_t* count);
 
 // Height of a row of text (ascent and descent) and the space the font wants between rows.
 bool DeviceFontMetrics(DeviceHandle device, int32_t* height, int32_t* externalLeading);

@@ -1,0 +1,55 @@
+// The user's settings: one record for the whole program.
+//
+// Read from the registry once at start-up (settings/options_store.h), changed only by the Options sheet, read
+// everywhere through the accessors below. Values are used exactly as they are stored, without checks: every
+// reader copes with a tab size of 0 or of four thousand million.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/handles.h"
+
+namespace nira {
+
+// How text looks: a document holds the address of two of these, one for plain and one for selected text.
+struct TextStyle {
+    ColorRef fore;
+    ColorRef back;
+    FontHandle font;  // owned by the font cache
+};
+
+struct Options {
+    char16_t* font;            // the font description of view/fonts.h; local heap
+    char16_t* wordSeparators;  // what ends a word besides tab and space; local heap
+    TextStyle text;
+    TextStyle selection;
+    uint32_t safeSave;          // keep the old file aside while the new one is written
+    uint32_t undoSize;          // kilobytes of one document's undo journal
+    uint32_t bomSave;           // write a byte-order mark in Unicode encodings
+    uint32_t stopWordEnd;       // word moves stop at the end of a word
+    uint32_t tabSize;           // columns
+    uint32_t keepIndent;        // a new line takes the indentation of the line it leaves
+    uint32_t pasteMode;         // 0 normal, 1 smart
+    uint32_t smartBase;         // 0 first line, 1 minimum
+    uint32_t histLen;           // entries of a search history
+    uint32_t wordWrapDefault;   // new documents wrap at the window's width
+    char16_t* defaultEncoding;  // name in the codec list; local heap
+    Options* sheetCopy;         // working copy while the Options sheet is open
+};
+
+// The live record.
+Options& TheOptions();
+
+TextStyle* OptionsTextStyle();
+TextStyle* OptionsSelectionStyle();
+
+// The tab size as measuring takes it: columns as a signed number. A stored value from 2^31 on is negative,
+// and -1 means that tabs are drawn as the font's own glyph.
+int32_t OptionsTabSize();
+
+// The limit of an undo journal in bytes: kilobytes times 1024, not above INT32_MAX.
+int32_t OptionsUndoLimit();
+
+const char16_t* OptionsWordSeparators();
+
+}  // namespace nira

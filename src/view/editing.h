@@ -1,0 +1,30 @@
+// What the keys that change text do. Each replaces the selection where there is one, brings the caret into
+// view, repaints and can be undone.
+#pragma once
+
+#include <cstdint>
+
+#include "engine/editor.h"
+
+namespace nira {
+
+void TypeChar(Editor* editor, char16_t unit);
+
+// A line break; with the Options' "Keep indent" the indentation of the line follows it.
+void NewLine(Editor* editor);
+
+// The selection, or one character before or behind the caret (a line end joins two lines). At the start or
+// end of the text nothing happens.
+void DeleteBackward(Editor* editor);
+void DeleteForward(Editor* editor);
+
+// Deletes the selection and puts the caret where it began; false when there is none.
+bool DeleteSelection(Editor* editor);
+
+// Replaces the selection by a text whose breaks are CR LF, and puts the caret behind it.
+void InsertAtCaret(Editor* editor, const char16_t* text, uint32_t units);
+
+// Takes back or repeats the latest edit, or with `group` the whole run of edits of the same kind.
+void UndoApply(Editor* editor, bool undo, bool group);
+
+}  // namespace nira
