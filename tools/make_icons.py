@@ -132,7 +132,8 @@ def bitmap_file(palette, grids):
 
 
 def icon_image(palette, grid):
-    """One size of an icon: colours, then a mask that is 1 where the picture is transparent. Such pixels must be black, or they are mixed into what lies behind."""
+    """One size of an icon: colours, then a mask that is 1 where the picture is transparent. Such pixels must be
+    black, or they are mixed into what lies behind."""
     black = [(0, 0, 0)] + palette[1:]
     pixels = packed_rows(grid, 4)
     mask = packed_rows([[int(pixel == 0) for pixel in row] for row in grid], 1)
