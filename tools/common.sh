@@ -11,6 +11,10 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/nira
 data=${XDG_DATA_HOME:-$HOME/.local/share}/nira
 
+# Debian's own Python, which has Debian's pytest; another one may come first in PATH.
+python=/usr/bin/python3
+[ -x "$python" ] || python=python3
+
 build_packages=(cmake ninja-build g++-mingw-w64-x86-64)
 wine_packages=(wine wine64 fonts-liberation2)
 screen_packages=(xvfb xauth xdotool imagemagick)
