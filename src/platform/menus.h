@@ -1,4 +1,4 @@
-// The few menu operations that the list of open documents needs. A null menu is ignored.
+// The few menu operations that the lists of open documents and recent files need. A null menu is ignored.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,11 @@ MenuHandle BarPopup(WindowHandle bar, uint32_t command);
 void BarEnableButton(WindowHandle bar, uint32_t command, bool enabled);
 
 void MenuAppendItem(MenuHandle menu, uint32_t id, const char16_t* text);
+// An item that can be seen and not chosen.
+void MenuAppendGrayed(MenuHandle menu, const char16_t* text);
 void MenuDeleteItem(MenuHandle menu, uint32_t id);
+// False when there is no item at this position (from 0).
+bool MenuDeletePosition(MenuHandle menu, uint32_t position);
 void MenuSetItemText(MenuHandle menu, uint32_t id, const char16_t* text);
 
 // Gives the item `id` another identifier, keeping its text and marks.

@@ -13,6 +13,7 @@ struct MenuItem {
     uint32_t id;
     std::u16string text;
     bool marked;  // has the radio mark
+    bool grayed = false;
 };
 
 struct MenuTag {

@@ -36,9 +36,19 @@ void MenuAppendItem(MenuHandle menu, uint32_t id, const char16_t* text) {
     if (menu != nullptr) menu->items.push_back({id, text != nullptr ? text : u"", false});
 }
 
+void MenuAppendGrayed(MenuHandle menu, const char16_t* text) {
+    if (menu != nullptr) menu->items.push_back({0, text != nullptr ? text : u"", false, true});
+}
+
 void MenuDeleteItem(MenuHandle menu, uint32_t id) {
     const MenuItem* item = FindItem(menu, id);
     if (item != nullptr) menu->items.erase(menu->items.begin() + (item - menu->items.data()));
+}
+
+bool MenuDeletePosition(MenuHandle menu, uint32_t position) {
+    if (menu == nullptr || position >= menu->items.size()) return false;
+    menu->items.erase(menu->items.begin() + position);
+    return true;
 }
 
 void MenuSetItemText(MenuHandle menu, uint32_t id, const char16_t* text) {
