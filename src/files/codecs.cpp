@@ -1,0 +1,146 @@
+#include "files/codecs.h"
+
+#include <algorithm>
+
+#include "app/services/memory.h"
+#include "app/services/registry_key.h"
+#include "base/utf16.h"
+#include "files/codec_ansi.h"
+#include "files/codec_unicode.h"
+#include "settings/options.h"
+
+namespace nira {
+
+namespace {
+
+constexpr const char16_t* kPlugInKey = u"\\Software\\NIRA\\Encodings";
+
+char16_t nameAnsi[] = u"ANSI";
+char16_t nameUnicode[] = u"Unicode";
+char16_t nameUtf16Le[] = u"Unicode Little Endian";
+char16_t nameUtf16Be[] = u"Unicode Big Endian";
+char16_t nameUtf8[] = u"UTF-8";
+char16_t* const kBuiltInNames[kBuiltInCodecs] = {nameAnsi, nameUnicode, nameUtf16Le, nameUtf16Be, nameUtf8};
+
+CodecList theList = {nullptr, 0};
+
+void* GrowOnLocalHeap(void* block, uint32_t size) { return MemReAlloc(nullptr, block, size); }
+
+// What building the list holds apart from the list; released in every case.
+struct PlugInNames {
+    RegKey* key;
+    uint32_t values;
+    char16_t* buffer;  // room for the longest name
+    uint32_t room;     // of `buffer`, in units
+};
+
+// Copies the value names behind the built-in ones. When the registry gives up half-way, the count becomes one
+// more than the names there are: an empty slot ends the list, and every reader steps over it.
+void CopyNames(PlugInNames* names) {
+    for (uint32_t i = 0; i < names->values; ++i) {
+        uint32_t length = names->room;
+        if (!RegKeyEnumValue(names->key, i, names->buffer, &length)) {
+            theList.count = i + kBuiltInCodecs + 1;
+            return;
+        }
+        theList.names[kBuiltInCodecs + i] = MemStrDup(nullptr, names->buffer);
+        theList.count = kBuiltInCodecs + i + 1;
+    }
+}
+
+// Empty slots go behind the names, where the count leaves all but one of them out.
+bool NameBefore(const char16_t* left, const char16_t* right) {
+    if (left == nullptr || right == nullptr) return left != nullptr;
+    return Utf16Compare(left, right) < 0;
+}
+
+void BuildList(PlugInNames* names) {
+    uint32_t longest = 0;
+    RegKeyQueryInfo(names->key, &names->values, &longest);
+    names->room = longest + 1;
+    names->buffer = MemAllocArray<char16_t>(nullptr, names->room);
+    theList.names = MemAllocArray<char16_t*>(nullptr, size_t{names->values} + kBuiltInCodecs);
+    std::copy_n(kBuiltInNames, kBuiltInCodecs, theList.names);
+    theList.count = kBuiltInCodecs;
+    CopyNames(names);
+    char16_t** plugIns = theList.names + kBuiltInCodecs;
+    std::sort(plugIns, plugIns + names->values, NameBefore);
+}
+
+// A plug-in's record would be filled by its library, which needs a loader of the platform's libraries.
+bool SetUpPlugInCodec(Codec*, uint32_t) { return false; }
+
+bool SetUpCodec(Codec* codec, uint32_t index) {
+    if (index >= kBuiltInCodecs) return SetUpPlugInCodec(codec, index);
+    if (index == kCodecAnsi) {
+        SetUpAnsiCodec(codec);
+    } else {
+        SetUpUnicodeCodec(codec, index);
+    }
+    return true;
+}
+
+}  // namespace
+
+int InitCodecs() {
+    FreeCodecs();
+    PlugInNames names = {};
+    names.key = RegKeyOpenExisting(RegistryRoot::kLocalMachine, kPlugInKey);
+    const bool built = Guarded([&] { BuildList(&names); });
+    MemFree(nullptr, names.buffer);
+    RegKeyClose(names.key);
+    if (!built) FreeCodecs();
+    return built ? 1 : 0;
+}
+
+void FreeCodecs() {
+    for (uint32_t i = kBuiltInCodecs; i < theList.count; ++i) MemFree(nullptr, theList.names[i]);
+    MemFree(nullptr, theList.names);
+    theList = {nullptr, 0};
+}
+
+const CodecList& TheCodecList() { return theList; }
+
+const char16_t* CodecName(uint32_t index) {
+    const char16_t* name = index < theList.count ? theList.names[index] : nullptr;
+    return name != nullptr ? name : nameAnsi;
+}
+
+uint32_t CodecIndex(const char16_t* name) {
+    for (uint32_t i = 0; i < theList.count; ++i) {
+        if (theList.names[i] != nullptr && Utf16Compare(theList.names[i], name) == 0) return i;
+    }
+    return kCodecAnsi;
+}
+
+uint32_t DefaultCodec() { return CodecIndex(TheOptions().defaultEncoding); }
+
+Codec* CreateCodec(uint32_t index) {
+    auto* codec = MemAllocArray<Codec>(nullptr, 1);
+    bool made = false;
+    const bool enough = Guarded([&] { made = SetUpCodec(codec, index); });
+    if (enough && made) return codec;
+    DestroyCodec(codec);
+    if (!enough) OutOfMemory(false);
+    return nullptr;
+}
+
+void DestroyCodec(Codec* codec) {
+    if (codec == nullptr) return;
+    if (codec->destroy != nullptr) codec->destroy(codec->state, GrowOnLocalHeap);
+    MemFree(nullptr, codec);
+}
+
+uint32_t CodecDecode(Codec* codec, const uint8_t* source, uint32_t size, char16_t** target, uint32_t* units,
+                     int32_t chunk) {
+    return codec->decode(codec->state, source, size, target, units, chunk, GrowOnLocalHeap);
+}
+
+void CodecEncode(Codec* codec, const char16_t* source, uint32_t units, uint8_t** target, uint32_t* size,
+                 int32_t chunk) {
+    codec->encode(codec->state, source, units, target, size, chunk, GrowOnLocalHeap);
+}
+
+uint32_t CodecCurrentIndex(Codec* codec) { return codec->currentIndex(codec->state, GrowOnLocalHeap); }
+
+}  // namespace nira
