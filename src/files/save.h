@@ -12,9 +12,10 @@
 
 namespace nira {
 
-// Writes the document to its path. Returns 1; or 0 after telling the person. A failed write clears the
-// modified flag all the same and sets saveFailed, which a later successful save clears: whoever closes the
-// document must ask.
+// Writes the document to its path, which it must have. Returns 1; or 0 after telling the person. A failed
+// write clears the modified flag all the same. Every failure sets saveFailed, which the next successful save
+// clears: whoever closes the document must ask. When the file cannot even be created, a backup made before
+// keeps the old text under its own name.
 int Save(Editor* editor);
 
 // Writes under another name, codec and line-end type, which the document keeps when that worked and gives
