@@ -100,8 +100,8 @@ fill_prefix() {
     wineserver -w
 }
 
-# use_test_prefix: takes the first prefix of the cache that no other run is using, and ends what is left in it.
-use_test_prefix() {
+# use_spare_prefix: takes the first prefix of the cache that no other run is using, and ends what is left in it.
+use_spare_prefix() {
     local number
     mkdir -p "$cache"
     for number in 1 2 3 4 5 6 7 8 9; do

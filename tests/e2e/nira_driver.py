@@ -1,0 +1,172 @@
+"""Drives the real nira.exe under Wine as a person does: keys, the pointer, and looking at what its windows say.
+
+The screen (DISPLAY, 480 x 640), the Wine prefix (WINEPREFIX, with a Wine desktop of that size) and its server are set
+up once, by ./test; a test only starts the program. Every wait ends as soon as what it waits for is there, and fails
+after TIMEOUT seconds with what the windows showed instead.
+"""
+import os
+import pathlib
+import re
+import subprocess
+import tempfile
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+PROGRAM = ROOT / "build/windows/nira.exe"
+PROBE = ROOT / "build/windows/tests/nira_probe.exe"
+FAILURES = ROOT / "build/e2e-failures"
+SETTINGS = r"Software\NIRA"
+TIMEOUT = 15
+
+
+class Window:
+    """A visible window as the probe saw it. `children` are its descendants, in order from the front."""
+
+    def __init__(self, line):
+        fields = line.split("\t")
+        self.handle, self.parent, self.kind = fields[:3]
+        self.left, self.top, self.right, self.bottom, self.enabled = map(int, fields[3:8])
+        self.text = re.sub(r"\\(.)", lambda hit: {"t": "\t", "n": "\n", "r": "\r"}.get(hit[1], hit[1]), fields[8])
+        self.children = []
+
+    def texts(self, kind):
+        return [child.text for child in self.children if child.kind == kind]
+
+    def __repr__(self):
+        return f"{self.kind} '{self.text}' {[child.text for child in self.children if child.text]}"
+
+
+def keep_desktop():
+    """Holds the Wine desktop open between programs; ends when the standard input of what it returns is closed."""
+    return subprocess.Popen(["wine", str(PROBE), "stay"], stdin=subprocess.PIPE)
+
+
+def probe(*arguments):
+    # Into a file: a process that Wine starts beside the probe would hold a pipe open beyond its end.
+    with tempfile.TemporaryFile() as output:
+        done = subprocess.run(["wine", str(PROBE), *arguments], stdin=subprocess.DEVNULL, stdout=output,
+                              stderr=output, timeout=TIMEOUT, check=False)
+        output.seek(0)
+        text = output.read().decode().replace("\r\n", "\n")
+    assert done.returncode == 0, (arguments, text)
+    return text
+
+
+def windows():
+    """The visible top-level windows of the Wine desktop, the front one first."""
+    tops = []
+    for line in probe("windows").splitlines():
+        window = Window(line)
+        if window.parent == "0":
+            tops.append(window)
+        else:
+            tops[-1].children.append(window)
+    return tops
+
+
+def forget_settings():
+    probe("forget", SETTINGS)
+
+
+def set_number(name, value):
+    probe("number", SETTINGS, name, str(value))
+
+
+def set_text(name, value):
+    probe("text", SETTINGS, name, value)
+
+
+def windows_path(path):
+    """The name of a file of this system for a Windows program."""
+    return "Z:" + os.path.abspath(path).replace("/", "\\")
+
+
+def wait_for(what, look, timeout=TIMEOUT):
+    """The first true result of look(); fails with `what` when there is none in time."""
+    end = time.monotonic() + timeout
+    while True:
+        found = look()
+        if found:
+            return found
+        assert time.monotonic() < end, f"no {what} within {timeout} s; on the desktop: {windows()}"
+        time.sleep(0.02)
+
+
+def key(*names):
+    """Presses keys one after the other, named as xdotool names them: "ctrl+s", "Return", "BackSpace"."""
+    subprocess.run(["xdotool", "key", *names], check=True)
+
+
+def type_text(text):
+    subprocess.run(["xdotool", "type", text], check=True)
+
+
+def click(x, y):
+    # Pressed at once after the move, a button now and then misses the press.
+    subprocess.run(["xdotool", "mousemove", str(x), str(y), "sleep", "0.1", "click", "1"], check=True)
+
+
+def picture(path):
+    path.parent.mkdir(parents=True, exist_ok=True)
+    subprocess.run(["import", "-window", "root", str(path)], check=False)
+
+
+class Nira:
+    """One running nira.exe."""
+
+    window_class = "NIRA"
+
+    def __init__(self, *arguments, cwd=None, program=PROGRAM):
+        self.process = subprocess.Popen(["wine", str(program), *arguments], cwd=cwd, stdin=subprocess.DEVNULL)
+
+    # ---- Looking
+
+    def window(self):
+        """The main window, or None while it is not shown."""
+        return next((window for window in windows() if window.kind == self.window_class), None)
+
+    def title(self):
+        window = self.window()
+        return window.text if window else None
+
+    def wait_title(self, title):
+        wait_for(f"title '{title}'", lambda: self.title() == title)
+
+    def is_running(self):
+        return self.process.poll() is None
+
+    # ---- Message boxes
+
+    def wait_box(self, title):
+        """The message box of that title, once it can be answered."""
+        def look():
+            boxes = [window for window in windows() if window.kind == "#32770" and window.text == title]
+            return boxes[0] if boxes and boxes[0].texts("Button") else None
+        return wait_for(f"box '{title}'", look)
+
+    def no_box(self):
+        return not any(window.kind == "#32770" for window in windows())
+
+    def answer(self, box, label):
+        """Clicks the box's button of that label and waits until the box is gone."""
+        buttons = {child.text.replace("&", ""): child for child in box.children if child.kind == "Button"}
+        button = buttons[label]
+        click((button.left + button.right) // 2, (button.top + button.bottom) // 2)
+        wait_for(f"end of box '{box.text}'", lambda: all(window.handle != box.handle for window in windows()))
+
+    # ---- Ending
+
+    def click_close(self):
+        """Clicks the close button of the frame, at the right end of the caption."""
+        window = self.window()
+        click(window.right - 14, window.top + 14)
+
+    def wait_exit(self):
+        return self.process.wait(TIMEOUT)
+
+    def kill(self):
+        if self.is_running():
+            self.process.kill()
+            self.process.wait()
+            # Its windows stay a moment longer than itself; the next start would take them for a running NIRA.
+            wait_for("end of the killed program", lambda: self.window() is None)

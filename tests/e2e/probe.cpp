@@ -1,0 +1,133 @@
+// nira_probe: looks at the windows of the Wine desktop, and sets up the registry, for the end-to-end tests.
+//
+//   nira_probe windows                       one line per visible window, children after their parent:
+//                                            handle parent class left top right bottom enabled text,
+//                                            tab-separated
+//   nira_probe forget KEY                    deletes HKEY_CURRENT_USER\KEY with all below it
+//   nira_probe number KEY NAME VALUE         sets a REG_DWORD
+//   nira_probe text KEY NAME VALUE           sets a REG_SZ
+//   nira_probe end-session                   asks every top-level window of NIRA whether the session may end
+//   nira_probe stay                          keeps the Wine desktop open until its input ends
+//
+// The output is UTF-8; tabs, line ends and backslashes of texts are escaped by a backslash.
+#include <windows.h>
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+std::string Utf8(const std::wstring& text) {
+    int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0,
+                                   nullptr, nullptr);
+    std::string bytes(static_cast<size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(), size, nullptr,
+                        nullptr);
+    return bytes;
+}
+
+std::wstring Escaped(const std::wstring& text) {
+    std::wstring result;
+    for (wchar_t unit : text) {
+        if (unit == L'\\') {
+            result += L"\\\\";
+        } else if (unit == L'\t') {
+            result += L"\\t";
+        } else if (unit == L'\n') {
+            result += L"\\n";
+        } else if (unit == L'\r') {
+            result += L"\\r";
+        } else {
+            result += unit;
+        }
+    }
+    return result;
+}
+
+// By message, because GetWindowTextW of another program's control gives what the window manager remembers.
+// A program that hangs must not hang its observer.
+std::wstring TextOf(HWND window) {
+    wchar_t text[1024];
+    DWORD_PTR length = 0;
+    LPARAM target = reinterpret_cast<LPARAM>(text);
+    if (SendMessageTimeoutW(window, WM_GETTEXT, 1024, target, SMTO_ABORTIFHUNG, 1000, &length) == 0)
+        length = 0;
+    return std::wstring(text, length < 1024 ? length : 1023);
+}
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[256];
+    int length = GetClassNameW(window, name, 256);
+    return std::wstring(name, static_cast<size_t>(length));
+}
+
+void Print(HWND window, HWND parent) {
+    RECT place = {};
+    GetWindowRect(window, &place);
+    std::printf("%llx\t%llx\t%s\t%ld\t%ld\t%ld\t%ld\t%d\t%s\n", reinterpret_cast<unsigned long long>(window),
+                reinterpret_cast<unsigned long long>(parent), Utf8(Escaped(ClassOf(window))).c_str(),
+                place.left, place.top, place.right, place.bottom, IsWindowEnabled(window),
+                Utf8(Escaped(TextOf(window))).c_str());
+}
+
+void PrintChildren(HWND parent) {
+    for (HWND child = GetWindow(parent, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (!IsWindowVisible(child)) continue;
+        Print(child, parent);
+        PrintChildren(child);
+    }
+}
+
+BOOL CALLBACK PrintTree(HWND window, LPARAM) {
+    if (!IsWindowVisible(window)) return TRUE;
+    Print(window, nullptr);
+    PrintChildren(window);
+    return TRUE;
+}
+
+// What the system does at the end of a session, for every window of the program: first the question, then the
+// news.
+BOOL CALLBACK EndSession(HWND window, LPARAM) {
+    if (ClassOf(window) != L"NIRA") return TRUE;
+    LRESULT may = SendMessageW(window, WM_QUERYENDSESSION, 0, 0);
+    SendMessageW(window, WM_ENDSESSION, may != 0, 0);
+    std::printf("%d\n", may != 0);
+    return TRUE;
+}
+
+int SetValue(const wchar_t* key, const wchar_t* name, DWORD type, const void* data, size_t size) {
+    LSTATUS status = RegSetKeyValueW(HKEY_CURRENT_USER, key, name, type, data, static_cast<DWORD>(size));
+    return status == ERROR_SUCCESS ? 0 : 1;
+}
+
+int Forget(const wchar_t* key) {
+    LSTATUS status = RegDeleteTreeW(HKEY_CURRENT_USER, key);
+    return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND ? 0 : 1;
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) {
+    std::wstring what = count > 1 ? arguments[1] : L"";
+    if (what == L"windows") return EnumWindows(PrintTree, 0) ? 0 : 1;
+    if (what == L"end-session") return EnumWindows(EndSession, 0) ? 0 : 1;
+    if (what == L"stay") {
+        GetDesktopWindow();
+        while (std::getchar() != EOF) {
+        }
+        return 0;
+    }
+    if (what == L"forget" && count == 3) return Forget(arguments[2]);
+    if (what == L"number" && count == 5) {
+        DWORD value = std::wcstoul(arguments[4], nullptr, 0);
+        return SetValue(arguments[2], arguments[3], REG_DWORD, &value, sizeof value);
+    }
+    if (what == L"text" && count == 5) {
+        std::wstring value = arguments[4];
+        return SetValue(arguments[2], arguments[3], REG_SZ, value.c_str(),
+                        (value.size() + 1) * sizeof(wchar_t));
+    }
+    std::fprintf(
+        stderr, "usage: nira_probe windows | end-session | stay | forget KEY | number|text KEY NAME VALUE\n");
+    return 2;
+}

@@ -1,0 +1,200 @@
+"""The road of a file: open, edit, save, leave. What counts is the bytes on the disk."""
+import concurrent.futures
+
+import nira_driver
+import pytest
+from nira_driver import key, type_text
+
+
+def save(nira, path):
+    key("ctrl+s")
+    nira.wait_title(path.name)
+
+
+def test_the_title_names_the_file_and_marks_a_change(opened):
+    nira, path = opened(b"one\r\n")
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    save(nira, path)
+
+
+def test_typed_text_is_saved_in_front(opened):
+    nira, path = opened(b"one\r\ntwo\r\n")
+    type_text("Hello, you! ")
+    nira.wait_title("notes.txt *")
+    save(nira, path)
+    assert path.read_bytes() == b"Hello, you! one\r\ntwo\r\n"
+
+
+@pytest.mark.parametrize("line_end", [b"\n", b"\r", b"\r\n"], ids=["lf", "cr", "crlf"])
+def test_a_new_line_gets_the_files_own_line_end(opened, line_end):
+    nira, path = opened(b"a" + line_end + b"b" + line_end)
+    key("End", "Return")
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    save(nira, path)
+    assert path.read_bytes() == b"a" + line_end + b"x" + line_end + b"b" + line_end
+
+
+@pytest.mark.parametrize("content", [b"", b"# Title\n\nText", b"\n\n\n", b"a\0b\r\n\0", b"no end of line"],
+                         ids=["empty", "blank line", "only breaks", "zero bytes", "no last break"])
+def test_saving_what_was_not_touched_changes_no_byte(opened, content):
+    nira, path = opened(content)
+    before = path.stat().st_mtime_ns
+    key("ctrl+s")
+    nira_driver.wait_for("write", lambda: path.exists() and path.stat().st_mtime_ns != before)
+    key("ctrl+q")
+    assert nira.wait_exit() == 0
+    assert path.read_bytes() == content
+
+
+def test_deleting_and_moving_keys(opened):
+    nira, path = opened(b"abc\r\ndef\r\nghi\r\n")
+    key("Delete", "Down", "End", "BackSpace", "Down", "Home")
+    type_text("X")
+    key("ctrl+End")
+    type_text("Z")
+    nira.wait_title("notes.txt *")
+    save(nira, path)
+    assert path.read_bytes() == b"bc\r\nde\r\nXghi\r\nZ"
+
+
+def test_backspace_at_the_start_joins_two_lines(opened):
+    nira, path = opened(b"ab\r\ncd\r\n")
+    key("Down", "Home", "BackSpace")
+    nira.wait_title("notes.txt *")
+    save(nira, path)
+    assert path.read_bytes() == b"abcd\r\n"
+
+
+def test_keys_without_a_command_type_no_control_characters(opened):
+    nira, path = opened(b"one\r\n")
+    key("Escape", "ctrl+e", "ctrl+g", "ctrl+k")
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    save(nira, path)
+    assert path.read_bytes() == b"xone\r\n"
+
+
+def test_a_path_with_blanks_and_letters_of_many_scripts(opened):
+    nira, path = opened(b"old\r\n", "mein Ordner é/Grüße an 東京.txt")
+    type_text("new ")
+    nira.wait_title(path.name + " *")
+    save(nira, path)
+    assert path.read_bytes() == b"new old\r\n"
+
+
+def test_a_relative_path(start, tmp_path):
+    (tmp_path / "notes.txt").write_bytes(b"one\r\n")
+    nira = nira_driver.Nira("notes.txt", cwd=tmp_path)
+    try:
+        nira.wait_title("notes.txt")
+        type_text("x")
+        nira.wait_title("notes.txt *")
+        save(nira, tmp_path / "notes.txt")
+        assert (tmp_path / "notes.txt").read_bytes() == b"xone\r\n"
+    finally:
+        nira.kill()
+
+
+@pytest.mark.parametrize("kind", ["missing", "folder"])
+def test_what_cannot_be_read_is_reported_and_the_program_goes_on(start, tmp_path, kind):
+    path = tmp_path / "gone"
+    if kind == "folder":
+        path.mkdir()
+    nira = start(path)
+    box = nira.wait_box("Error")
+    assert "Error reading file" in box.texts("Static")
+    nira.answer(box, "OK")
+    nira.wait_title("Untitled1")
+    assert path.exists() == (kind == "folder")
+    key("ctrl+q")
+    assert nira.wait_exit() == 0
+
+
+def test_a_failed_save_keeps_the_text(opened):
+    nira, path = opened(b"one\r\n", "folder/notes.txt")
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    path.unlink()
+    path.parent.rmdir()
+    key("ctrl+s")
+    box = nira.wait_box("Error")
+    assert "Error writing file" in box.texts("Static")
+    nira.answer(box, "OK")
+    key("ctrl+q")
+    nira.answer(nira.wait_box("File modified"), "Cancel")
+    path.parent.mkdir()
+    key("ctrl+s")
+    nira_driver.wait_for("file", path.exists)
+    key("ctrl+q")
+    assert nira.wait_exit() == 0
+    assert path.read_bytes() == b"xone\r\n"
+
+
+def test_leaving_without_a_change_asks_nothing(opened):
+    nira, path = opened(b"one\r\n")
+    key("ctrl+q")
+    assert nira.wait_exit() == 0
+    assert path.read_bytes() == b"one\r\n"
+
+
+LEAVING = {
+    "exit": lambda nira: key("ctrl+q"),
+    "alt-f4": lambda nira: key("alt+F4"),
+    "frame": lambda nira: nira.click_close(),
+}
+
+
+@pytest.mark.parametrize("answer", ["Yes", "No", "Cancel"])
+@pytest.mark.parametrize("way", LEAVING)
+def test_leaving_asks_about_a_changed_text(opened, way, answer):
+    nira, path = opened(b"one\r\n")
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    LEAVING[way](nira)
+    box = nira.wait_box("File modified")
+    assert "Save changes to 'notes.txt'?" in box.texts("Static")
+    assert [label.replace("&", "") for label in box.texts("Button")] == ["Yes", "No", "Cancel"]
+    nira.answer(box, answer)
+    if answer == "Cancel":
+        nira.wait_title("notes.txt *")
+        assert nira.is_running()
+    else:
+        assert nira.wait_exit() == 0
+    assert path.read_bytes() == (b"xone\r\n" if answer == "Yes" else b"one\r\n")
+
+
+@pytest.mark.parametrize("answer", ["Yes", "Cancel"])
+def test_the_end_of_the_session_asks_about_a_changed_text(opened, answer):
+    nira, path = opened(b"one\r\n")
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    with concurrent.futures.ThreadPoolExecutor() as pool:
+        session = pool.submit(nira_driver.probe, "end-session")
+        nira.answer(nira.wait_box("File modified"), answer)
+        assert session.result().strip() == ("1" if answer == "Yes" else "0")
+    assert path.read_bytes() == (b"xone\r\n" if answer == "Yes" else b"one\r\n")
+    if answer == "Cancel":
+        assert nira.is_running()
+        assert nira.title() == "notes.txt *"
+
+
+def test_a_second_start_hands_its_file_to_the_first(opened, start, tmp_path):
+    nira, _ = opened(b"one\r\n")
+    other = tmp_path / "the other é.txt"
+    other.write_bytes(b"two\r\n")
+    second = start(other)
+    assert second.wait_exit() == 0
+    nira.wait_title(other.name)
+    type_text("x")
+    nira.wait_title(other.name + " *")
+    save(nira, other)
+    assert other.read_bytes() == b"xtwo\r\n"
+
+
+def test_a_second_start_without_a_file_only_comes_forward(opened, start):
+    nira, _ = opened(b"one\r\n")
+    assert start().wait_exit() == 0
+    assert nira.is_running()
+    assert nira.title() == "notes.txt"
