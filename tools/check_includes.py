@@ -2,8 +2,8 @@
 """Include order: tools/include_order.txt lists every stem of src/ once, lowest first; a stem's files include only
 stems above their own line, and their own header. So modules form no cycle.
 
-`foo_win.cpp` belongs to the stem `foo` when there is a `foo.h`. Sources in platform/win32/ and platform/host/ belong
-to the platform header they implement; private headers in those folders are stems of their own.
+`foo_win.cpp` belongs to the stem `foo` when there is a `foo.h`. A source in platform/win32/ or platform/host/ belongs
+to the platform header it implements, unless the list names it as a stem of its own; so do private headers there.
 """
 import pathlib
 import re
@@ -14,10 +14,10 @@ INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*"([^"]+)"', re.MULTILINE)
 SYSTEM = re.compile(r"platform/(?:win32|host)/(.+?)(?:_win32|_host)?$")
 
 
-def stem_of(name, headers):
+def stem_of(name, headers, listed):
     """The stem of a file, given without `src/`; `headers` holds the stems that have a header."""
     stem = name[:name.rindex(".")]
-    if stem in headers:
+    if stem in headers or stem in listed:
         return stem
     if stem.endswith("_win") and stem[:-4] in headers:
         return stem[:-4]
@@ -42,13 +42,13 @@ def layer_problem(name, target):
 
 
 def file_problems(root, name, rank, headers):
-    own = stem_of(name, headers)
+    own = stem_of(name, headers, rank)
     for target in INCLUDE.findall(checklib.read(root, "src/" + name)):
         where = f'src/{name}: "{target}":'
         if not (pathlib.Path(root) / "src" / target).is_file():
             yield f"{where} no such file below src/"
             continue
-        stem = stem_of(target, headers)
+        stem = stem_of(target, headers, rank)
         if stem != own and own in rank and rank.get(stem, -1) >= rank[own]:
             yield f"{where} {stem} is not above {own} in tools/include_order.txt"
         layer = layer_problem(name, target)
@@ -61,7 +61,7 @@ def problems(root):
     headers = {name[:-2] for name in names if name.endswith(".h")}
     order = read_order(root)
     rank = {stem: line for line, stem in enumerate(order)}
-    stems = {stem_of(name, headers) for name in names}
+    stems = {stem_of(name, headers, rank) for name in names}
     found = [f"tools/include_order.txt: {stem} is listed more than once" for stem in sorted(rank)
              if order.count(stem) > 1]
     found += [f"tools/include_order.txt: {stem} is missing" for stem in sorted(stems - set(order))]

@@ -65,6 +65,13 @@ class Includes(TreeCase):
         self.write("src/platform/win32/heap_win32.cpp", '#include "base/z.h"\n')
         self.assertOneProblem(check_includes.problems(self.root), "base/z is not above platform/heap")
 
+    def test_an_implementation_that_is_listed_has_its_own_rank(self):
+        self.order("platform/heap", "base/z", "platform/win32/heap_win32")
+        self.write("src/platform/heap.h")
+        self.write("src/base/z.h")
+        self.write("src/platform/win32/heap_win32.cpp", '#include "base/z.h"\n#include "platform/heap.h"\n')
+        self.assertEqual(check_includes.problems(self.root), [])
+
     def test_missing_repeated_and_unknown_stems_are_found(self):
         self.order("base/a", "base/a", "base/gone")
         self.write("src/base/a.h")
