@@ -1,0 +1,227 @@
+#include "shell/bar_dock.h"
+
+#include <commctrl.h>
+
+namespace shell {
+
+namespace {
+
+constexpr UINT_PTR kOwnerId = 0x4D42;
+constexpr UINT_PTR kBarId = 0x4D43;
+
+struct DockedBar {
+    HWND window;
+    DockedBar* below;
+};
+
+struct Dock {
+    HWND owner;
+    DockedBar* top;
+    int height;    // of the bar in sight
+    bool closing;  // the owner is being destroyed and must not be called any more
+};
+
+LRESULT CALLBACK OwnerProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+LRESULT CALLBACK BarProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+
+template <typename T>
+T* NewRecord() {
+    return static_cast<T*>(HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(T)));
+}
+
+void FreeRecord(void* record) { HeapFree(GetProcessHeap(), 0, record); }
+
+Dock* FindDock(HWND owner) {
+    DWORD_PTR data = 0;
+    return GetWindowSubclass(owner, OwnerProc, kOwnerId, &data) ? reinterpret_cast<Dock*>(data) : nullptr;
+}
+
+Dock* FindOrMakeDock(HWND owner) {
+    if (Dock* dock = FindDock(owner)) {
+        return dock;
+    }
+    Dock* dock = NewRecord<Dock>();
+    if (!dock) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+    dock->owner = owner;
+    if (!SetWindowSubclass(owner, OwnerProc, kOwnerId, reinterpret_cast<DWORD_PTR>(dock))) {
+        FreeRecord(dock);
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+        return nullptr;
+    }
+    return dock;
+}
+
+int WindowHeight(HWND window) {
+    RECT rect = {};
+    GetWindowRect(window, &rect);
+    return rect.bottom - rect.top;
+}
+
+// Puts the bar in sight along the lower edge of a client area of this size.
+void PlaceTopBar(Dock* dock, int width, int height) {
+    if (!dock->top) {
+        dock->height = 0;
+        return;
+    }
+    const HWND bar = dock->top->window;
+    int barHeight = static_cast<int>(SendMessageW(bar, kBarHeightForWidth, static_cast<WPARAM>(width), 0));
+    if (barHeight <= 0) {
+        barHeight = WindowHeight(bar);
+    }
+    SetWindowPos(bar, HWND_TOP, 0, height - barHeight, width, barHeight, SWP_NOACTIVATE | SWP_SHOWWINDOW);
+    dock->height = barHeight;
+}
+
+LRESULT OnSize(Dock* dock, WPARAM wParam, LPARAM lParam) {
+    // The handheld has no minimised state; a content of no size would lose its layout.
+    if (wParam == SIZE_MINIMIZED) {
+        return 0;
+    }
+    const int width = LOWORD(lParam);
+    const int height = HIWORD(lParam);
+    PlaceTopBar(dock, width, height);
+    const int left = height > dock->height ? height - dock->height : 0;
+    return DefSubclassProc(dock->owner, WM_SIZE, wParam, MAKELPARAM(width, left));
+}
+
+// True when the notification was the bar's own business.
+bool ReturnNotification(Dock* dock, WPARAM wParam, LPARAM lParam) {
+    const NMHDR* header = reinterpret_cast<const NMHDR*>(lParam);
+    return header && IsDocked(dock->owner, header->hwndFrom) &&
+           SendMessageW(header->hwndFrom, kBarNotify, wParam, lParam) != 0;
+}
+
+bool PostponeCommand(Dock* dock, WPARAM wParam, LPARAM lParam) {
+    const HWND sender = reinterpret_cast<HWND>(lParam);
+    return sender && IsDocked(dock->owner, sender) && SendMessageW(sender, kBarCommand, wParam, lParam) != 0;
+}
+
+LRESULT CALLBACK OwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                           DWORD_PTR data) {
+    Dock* dock = reinterpret_cast<Dock*>(data);
+    switch (message) {
+        case WM_SIZE:
+            return OnSize(dock, wParam, lParam);
+        case WM_NOTIFY:
+            if (ReturnNotification(dock, wParam, lParam)) {
+                return 0;
+            }
+            break;
+        case WM_COMMAND:
+            if (PostponeCommand(dock, wParam, lParam)) {
+                return 0;
+            }
+            break;
+        case WM_DESTROY:
+            dock->closing = true;
+            break;
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(window, OwnerProc, kOwnerId);
+            FreeRecord(dock);
+            break;
+        default:
+            break;
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+// Takes the bar out of the dock's list and frees its entry.
+void Unlink(Dock* dock, HWND bar) {
+    DockedBar** link = &dock->top;
+    while (*link && (*link)->window != bar) {
+        link = &(*link)->below;
+    }
+    if (DockedBar* entry = *link) {
+        *link = entry->below;
+        FreeRecord(entry);
+    }
+}
+
+void OnBarDestroyed(HWND bar) {
+    const HWND owner = GetParent(bar);
+    Dock* dock = FindDock(owner);
+    if (!dock) {
+        return;
+    }
+    const bool wasInSight = dock->top && dock->top->window == bar;
+    Unlink(dock, bar);
+    if (wasInSight) {
+        RefreshDock(owner);
+    }
+}
+
+LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    // At WM_DESTROY the bar still knows its owner.
+    if (message == WM_DESTROY) {
+        OnBarDestroyed(window);
+    } else if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(window, BarProc, kBarId);
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+}  // namespace
+
+bool DockBar(HWND owner, HWND bar) {
+    Dock* dock = FindOrMakeDock(owner);
+    if (!dock) {
+        return false;
+    }
+    DockedBar* entry = NewRecord<DockedBar>();
+    if (!entry || !SetWindowSubclass(bar, BarProc, kBarId, 0)) {
+        if (entry) {
+            FreeRecord(entry);
+        }
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return false;
+    }
+    if (dock->top) {
+        ShowWindow(dock->top->window, SW_HIDE);
+    }
+    entry->window = bar;
+    entry->below = dock->top;
+    dock->top = entry;
+    RefreshDock(owner);
+    return true;
+}
+
+void RefreshDock(HWND owner) {
+    Dock* dock = FindDock(owner);
+    if (!dock || dock->closing || IsIconic(owner)) {
+        return;
+    }
+    RECT client = {};
+    GetClientRect(owner, &client);
+    const int before = dock->height;
+    PlaceTopBar(dock, client.right, client.bottom);
+    // A window still being made hears of its size anyway.
+    if (dock->height != before && IsWindowVisible(owner)) {
+        SendMessageW(owner, WM_SIZE, IsZoomed(owner) ? SIZE_MAXIMIZED : SIZE_RESTORED,
+                     MAKELPARAM(client.right, client.bottom));
+    }
+}
+
+HWND TopBar(HWND owner) {
+    const Dock* dock = FindDock(owner);
+    return dock && dock->top ? dock->top->window : nullptr;
+}
+
+bool IsDocked(HWND owner, HWND window) {
+    const Dock* dock = FindDock(owner);
+    for (const DockedBar* bar = dock ? dock->top : nullptr; bar; bar = bar->below) {
+        if (bar->window == window) {
+            return true;
+        }
+    }
+    return false;
+}
+
+int DockHeight(HWND owner) {
+    const Dock* dock = FindDock(owner);
+    return dock ? dock->height : 0;
+}
+
+}  // namespace shell

@@ -1,0 +1,246 @@
+#include "shell/desktop_frame.h"
+
+#include <commctrl.h>
+
+#include "shell/activation.h"
+#include "shell/bar_dock.h"
+
+namespace shell {
+
+namespace {
+
+constexpr UINT_PTR kSubclassId = 0x4D46;
+constexpr int kFirstWidth = 480;
+constexpr int kFirstHeight = 640;
+constexpr int kLeastWidth = 160;
+constexpr int kLeastHeight = 120;
+constexpr int kPlainDensity = 96;
+
+struct Frame {
+    FrameEvents events;
+    bool shown;          // for the first time; from then on the person sizes the window
+    bool asking;         // mayClose has not answered yet
+    bool sessionEnding;  // mayClose said yes to the end of the session
+};
+
+int Scaled(int length, int dotsPerInch) { return MulDiv(length, dotsPerInch, kPlainDensity); }
+
+int ScreenDensity() {
+    const HDC screen = GetDC(nullptr);
+    const int density = screen ? GetDeviceCaps(screen, LOGPIXELSX) : kPlainDensity;
+    if (screen) {
+        ReleaseDC(nullptr, screen);
+    }
+    return density > 0 ? density : kPlainDensity;
+}
+
+RECT WorkArea() {
+    RECT work = {0, 0, kFirstWidth, kFirstHeight};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    return work;
+}
+
+// An eighth more than the first size is still about that size: a border of a few pixels around it helps
+// nobody.
+LONG FirstLength(LONG available, int wanted) { return available <= wanted + wanted / 8 ? available : wanted; }
+
+LRESULT CALLBACK FrameProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+
+Frame* FindFrame(HWND window) {
+    DWORD_PTR data = 0;
+    return GetWindowSubclass(window, FrameProc, kSubclassId, &data) ? reinterpret_cast<Frame*>(data)
+                                                                    : nullptr;
+}
+
+// Asking may end with the window gone, so the record is looked up again before it is touched.
+bool MayClose(HWND window, Frame* frame) {
+    if (frame->asking) {
+        return false;
+    }
+    if (!frame->events.mayClose) {
+        return true;
+    }
+    frame->asking = true;
+    const bool answer = frame->events.mayClose();
+    if (Frame* still = FindFrame(window)) {
+        still->asking = false;
+        return answer;
+    }
+    return false;
+}
+
+LRESULT OnClose(HWND window, Frame* frame) {
+    if (MayClose(window, frame)) {
+        DefSubclassProc(window, WM_CLOSE, 0, 0);
+    }
+    return 0;
+}
+
+LRESULT OnQueryEndSession(HWND window, Frame* frame) {
+    const bool mayEnd = MayClose(window, frame);
+    if (Frame* still = FindFrame(window)) {
+        still->sessionEnding = mayEnd;
+    }
+    return mayEnd;
+}
+
+// When another program kept the session from ending, ours has already let go of its documents: it ends alone.
+void OnEndSession(HWND window, Frame* frame, bool ends) {
+    if (!ends && frame->sessionEnding) {
+        PostMessageW(window, WM_CLOSE, 0, 0);
+    }
+    frame->sessionEnding = false;
+}
+
+void OnPositionChanging(HWND window, const Frame* frame, WINDOWPOS* position) {
+    if (!frame->shown && (position->flags & SWP_NOSIZE) == 0) {
+        position->cy += DockHeight(window);
+    }
+}
+
+void OnMinMaxInfo(MINMAXINFO* info) {
+    const int density = ScreenDensity();
+    info->ptMinTrackSize.x = Scaled(kLeastWidth, density);
+    info->ptMinTrackSize.y = Scaled(kLeastHeight, density);
+}
+
+void OnDensityChanged(HWND window, const RECT* suggested) {
+    SetWindowPos(window, nullptr, suggested->left, suggested->top, suggested->right - suggested->left,
+                 suggested->bottom - suggested->top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// True when the focus went on to the content.
+bool PassFocusOn(HWND window) {
+    const HWND content = IsIconic(window) ? nullptr : ContentWindow(window);
+    if (content) {
+        SetFocus(content);
+    }
+    return content != nullptr;
+}
+
+constexpr UINT kDensityChanged = 0x02E0;  // WM_DPICHANGED, which headers for Windows 7 do not name
+
+LRESULT CALLBACK FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                           DWORD_PTR data) {
+    Frame* frame = reinterpret_cast<Frame*>(data);
+    switch (message) {
+        case WM_CLOSE:
+            return OnClose(window, frame);
+        case WM_QUERYENDSESSION:
+            return OnQueryEndSession(window, frame);
+        case WM_ENDSESSION:
+            OnEndSession(window, frame, wParam != 0);
+            return 0;
+        case WM_SHOWWINDOW:
+            frame->shown = frame->shown || wParam;
+            break;
+        case WM_WINDOWPOSCHANGING:
+            OnPositionChanging(window, frame, reinterpret_cast<WINDOWPOS*>(lParam));
+            break;
+        case WM_GETMINMAXINFO:
+            DefSubclassProc(window, message, wParam, lParam);
+            OnMinMaxInfo(reinterpret_cast<MINMAXINFO*>(lParam));
+            return 0;
+        case kDensityChanged:
+            OnDensityChanged(window, reinterpret_cast<const RECT*>(lParam));
+            return 0;
+        case WM_SETFOCUS:
+            if (PassFocusOn(window)) {
+                return 0;
+            }
+            break;
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(window, FrameProc, kSubclassId);
+            HeapFree(GetProcessHeap(), 0, frame);
+            break;
+        default:
+            break;
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+// The window of this thread whose making is under way. The frame must be in place before WM_CREATE, where the
+// application already makes its bar and sizes its window, and a hook is the only thing that sees a window
+// before that.
+thread_local Frame* pendingFrame = nullptr;
+
+LRESULT CALLBACK CreationHook(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_CREATEWND && pendingFrame) {
+        const HWND window = reinterpret_cast<HWND>(wParam);
+        if (SetWindowSubclass(window, FrameProc, kSubclassId, reinterpret_cast<DWORD_PTR>(pendingFrame))) {
+            pendingFrame = nullptr;
+        }
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+struct Placement {
+    int x;
+    int y;
+    int width;
+    int height;
+};
+
+// Default positions and sizes become the first size in the middle of the work area.
+Placement FirstPlacement(int x, int y, int width, int height) {
+    const RECT work = WorkArea();
+    const SIZE first = FirstWindowSize();
+    Placement placement = {x, y, width, height};
+    if (width == CW_USEDEFAULT) {
+        placement.width = first.cx;
+        placement.height = first.cy;
+    }
+    if (x == CW_USEDEFAULT) {
+        placement.x = work.left + (work.right - work.left - placement.width) / 2;
+        placement.y = work.top + (work.bottom - work.top - placement.height) / 2;
+    }
+    return placement;
+}
+
+HWND CreateWithFrame(Frame* frame, DWORD exStyle, const wchar_t* className, const wchar_t* title, DWORD style,
+                     const Placement& at, HINSTANCE instance) {
+    const HHOOK hook = SetWindowsHookExW(WH_CBT, CreationHook, nullptr, GetCurrentThreadId());
+    if (!hook) {
+        return nullptr;
+    }
+    pendingFrame = frame;
+    const DWORD frameStyle = (style & ~DWORD{WS_VISIBLE}) | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+    const HWND window = CreateWindowExW(exStyle, className, title, frameStyle, at.x, at.y, at.width,
+                                        at.height, nullptr, nullptr, instance, nullptr);
+    const DWORD error = GetLastError();
+    UnhookWindowsHookEx(hook);
+    SetLastError(error);
+    return window;
+}
+
+}  // namespace
+
+SIZE FirstSizeFor(SIZE workArea, int dotsPerInch) {
+    return {FirstLength(workArea.cx, Scaled(kFirstWidth, dotsPerInch)),
+            FirstLength(workArea.cy, Scaled(kFirstHeight, dotsPerInch))};
+}
+
+SIZE FirstWindowSize() {
+    const RECT work = WorkArea();
+    return FirstSizeFor({work.right - work.left, work.bottom - work.top}, ScreenDensity());
+}
+
+HWND CreateMainFrame(DWORD exStyle, const wchar_t* className, const wchar_t* title, DWORD style, int x, int y,
+                     int width, int height, HINSTANCE instance, const FrameEvents& events) {
+    Frame* frame = static_cast<Frame*>(HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(Frame)));
+    if (!frame) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+    frame->events = events;
+    const HWND window = CreateWithFrame(frame, exStyle, className, title, style,
+                                        FirstPlacement(x, y, width, height), instance);
+    // Still pending: no window ever took the record over.
+    if (pendingFrame) {
+        pendingFrame = nullptr;
+        HeapFree(GetProcessHeap(), 0, frame);
+    }
+    return IsWindow(window) ? window : nullptr;
+}
+
+}  // namespace shell

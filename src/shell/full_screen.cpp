@@ -1,0 +1,84 @@
+#include "shell/full_screen.h"
+
+#include <commctrl.h>
+
+#include "shell/menu_bar.h"
+
+namespace shell {
+
+namespace {
+
+constexpr UINT_PTR kSubclassId = 0x4D47;
+constexpr UINT kAddDoneButton = WM_APP + 0x3F01;
+
+RECT AreaToCover(HWND dialog) {
+    RECT area = {};
+    const HWND owner = GetWindow(dialog, GW_OWNER);
+    if (!owner || IsIconic(owner) || !GetWindowRect(owner, &area)) {
+        SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    }
+    return area;
+}
+
+bool HasDoneButton(HWND dialog) {
+    if (GetDlgItem(dialog, IDOK)) {
+        return true;
+    }
+    const HWND bar = VisibleBar(dialog);
+    return bar && SendMessageW(bar, TB_COMMANDTOINDEX, IDOK, 0) >= 0;
+}
+
+void AddDoneButton(HWND dialog) {
+    if (HasDoneButton(dialog)) {
+        return;
+    }
+    // No menu; one text button, enabled, sized by its content, without strings of its own.
+    const short description[] = {-1, 1, -2, IDOK, 4, 16, 0, 0, -1};
+    const HWND bar = CreateBarFromMemory(dialog, GetModuleHandleW(nullptr), description, sizeof(description));
+    if (!bar) {
+        return;
+    }
+    wchar_t label[] = L"OK";
+    TBBUTTONINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.dwMask = TBIF_TEXT;
+    info.pszText = label;
+    SendMessageW(bar, TB_SETBUTTONINFOW, IDOK, reinterpret_cast<LPARAM>(&info));
+}
+
+LRESULT CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    if (message == kAddDoneButton) {
+        AddDoneButton(dialog);
+        return 0;
+    }
+    if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(dialog, DialogProc, kSubclassId);
+    }
+    return DefSubclassProc(dialog, message, wParam, lParam);
+}
+
+// The dialog makes its own bars in WM_INITDIALOG, before or after this: only then is it known whether one is
+// missing.
+BOOL WaitForDoneButton(HWND dialog) {
+    return SetWindowSubclass(dialog, DialogProc, kSubclassId, 0) &&
+           PostMessageW(dialog, kAddDoneButton, 0, 0);
+}
+
+}  // namespace
+
+BOOL SHInitDialog(HWND dialog, UINT flags) {
+    if (!IsWindow(dialog)) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+        return FALSE;
+    }
+    if (flags & kSizeFullScreen) {
+        const RECT area = AreaToCover(dialog);
+        if (!SetWindowPos(dialog, nullptr, area.left, area.top, area.right - area.left,
+                          area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE)) {
+            return FALSE;
+        }
+    }
+    return (flags & kDoneButton) ? WaitForDoneButton(dialog) : TRUE;
+}
+
+}  // namespace shell

@@ -1,0 +1,431 @@
+#include "shell/menu_bar.h"
+
+#include <commctrl.h>
+
+#include "shell/bar_description.h"
+#include "shell/bar_dock.h"
+
+namespace shell {
+
+namespace {
+
+constexpr UINT_PTR kSubclassId = 0x4D44;
+constexpr int kImageSize = 16;
+constexpr int kMaxBitmaps = 8;
+constexpr int kMaxLabel = 128;
+constexpr int kMargin = 4;  // above and below the rows of buttons together
+
+// Where the images of one added bitmap lie.
+struct ImageRange {
+    int first;  // as the description counts
+    int count;
+    int toolBar;  // as the tool bar counts
+};
+
+struct Slot {
+    UINT command;
+    int image;  // as the description counts, negative for none
+    bool dropDown;
+    HMENU popup;  // of a drop-down; may have died with the bar it belongs to
+};
+
+struct Bar {
+    HWND window;
+    HINSTANCE instance;
+    HMENU menu;  // loaded for this bar, or null
+    Slot* slots;
+    int slotCount;
+    ImageRange ranges[kMaxBitmaps];
+    int rangeCount;
+    int imageCount;
+    HMENU openPopup;  // being shown now
+    UINT openCommand;
+    bool inClick;  // the tool bar is working on a click and would not survive being destroyed
+};
+
+LRESULT CALLBACK MenuBarProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+
+Bar* FindBar(HWND window) {
+    DWORD_PTR data = 0;
+    return GetWindowSubclass(window, MenuBarProc, kSubclassId, &data) ? reinterpret_cast<Bar*>(data)
+                                                                      : nullptr;
+}
+
+LRESULT Tell(const Bar* bar, UINT message, WPARAM wParam, LPARAM lParam) {
+    return SendMessageW(bar->window, message, wParam, lParam);
+}
+
+void* AllocZeroed(size_t size) {
+    void* block = HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, size);
+    if (!block) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    }
+    return block;
+}
+
+void FreeBar(Bar* bar) {
+    if (bar->menu) {
+        DestroyMenu(bar->menu);
+    }
+    if (bar->slots) {
+        HeapFree(GetProcessHeap(), 0, bar->slots);
+    }
+    HeapFree(GetProcessHeap(), 0, bar);
+}
+
+Slot* FindDropDown(const Bar* bar, UINT command) {
+    for (int i = 0; i < bar->slotCount; ++i) {
+        if (bar->slots[i].dropDown && bar->slots[i].command == command) {
+            return &bar->slots[i];
+        }
+    }
+    return nullptr;
+}
+
+// ---- Size
+// --------------------------------------------------------------------------------------------------------
+
+void SetWrap(const Bar* bar, int index, bool wrap) {
+    TBBUTTON button = {};
+    Tell(bar, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
+    const BYTE state =
+        static_cast<BYTE>(wrap ? button.fsState | TBSTATE_WRAP : button.fsState & ~TBSTATE_WRAP);
+    TBBUTTONINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.dwMask = TBIF_BYINDEX | TBIF_STATE;
+    info.fsState = state;
+    if (state != button.fsState) {
+        Tell(bar, TB_SETBUTTONINFOW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
+    }
+}
+
+int ButtonWidth(const Bar* bar, int index) {
+    RECT rect = {};
+    Tell(bar, TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&rect));
+    return rect.right - rect.left;
+}
+
+// Breaks the buttons into rows that fit `width`, so that a narrow window loses none. Returns the number of
+// rows.
+int BreakIntoRows(const Bar* bar, int width) {
+    int rows = 1;
+    int used = 0;
+    for (int i = 0; i < bar->slotCount; ++i) {
+        const int buttonWidth = ButtonWidth(bar, i);
+        const bool breakBefore = used > 0 && used + buttonWidth > width;
+        if (i > 0) {
+            SetWrap(bar, i - 1, breakBefore);
+        }
+        rows += breakBefore ? 1 : 0;
+        used = breakBefore ? buttonWidth : used + buttonWidth;
+    }
+    Tell(bar, TB_AUTOSIZE, 0, 0);
+    return rows;
+}
+
+int HeightForWidth(const Bar* bar, int width) {
+    const int rowHeight = HIWORD(Tell(bar, TB_GETBUTTONSIZE, 0, 0));
+    // A window that has no size yet is not the place to break anything.
+    const int rows = width > 0 ? BreakIntoRows(bar, width) : 1;
+    return rows * rowHeight + kMargin;
+}
+
+// ---- Drop-downs
+// --------------------------------------------------------------------------------------------------
+
+void TrackAbove(Bar* bar, const Slot& slot) {
+    const HWND window = bar->window;
+    TPMPARAMS avoid = {};
+    avoid.cbSize = sizeof(avoid);
+    Tell(bar, TB_GETRECT, slot.command, reinterpret_cast<LPARAM>(&avoid.rcExclude));
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&avoid.rcExclude), 2);
+    bar->openPopup = slot.popup;
+    bar->openCommand = slot.command;
+    TrackPopupMenuEx(slot.popup, TPM_LEFTALIGN | TPM_BOTTOMALIGN | TPM_VERTICAL | TPM_LEFTBUTTON,
+                     avoid.rcExclude.left, avoid.rcExclude.top, window, &avoid);
+    // The menu's own loop may have destroyed the bar.
+    if (Bar* still = FindBar(window)) {
+        still->openPopup = nullptr;
+    }
+}
+
+LRESULT TellOwner(const Bar* bar, UINT message, WPARAM wParam, LPARAM lParam) {
+    return SendMessageW(GetParent(bar->window), message, wParam, lParam);
+}
+
+// Names the drop-down instead of the position 0 that the system gives to every tracked pop-up.
+LRESULT OnInitMenuPopup(const Bar* bar, WPARAM wParam, LPARAM lParam) {
+    const bool isDropDown = bar->openPopup && reinterpret_cast<HMENU>(wParam) == bar->openPopup;
+    return TellOwner(bar, WM_INITMENUPOPUP, wParam,
+                     isDropDown ? MAKELPARAM(bar->openCommand, HIWORD(lParam)) : lParam);
+}
+
+LRESULT OnSetSubMenu(Bar* bar, UINT command, HMENU popup) {
+    Slot* slot = FindDropDown(bar, command);
+    if (!slot) {
+        return FALSE;
+    }
+    slot->popup = popup;
+    return TRUE;
+}
+
+LRESULT OnGetSubMenu(const Bar* bar, UINT command) {
+    const Slot* slot = FindDropDown(bar, command);
+    return reinterpret_cast<LRESULT>(slot ? slot->popup : nullptr);
+}
+
+// ---- Messages
+// ----------------------------------------------------------------------------------------------------
+
+bool OnNotify(Bar* bar, LPARAM lParam) {
+    const NMHDR* header = reinterpret_cast<const NMHDR*>(lParam);
+    if (header->code != static_cast<UINT>(TBN_DROPDOWN)) {
+        return false;
+    }
+    OpenDropDown(bar->window, static_cast<UINT>(reinterpret_cast<const NMTOOLBARW*>(lParam)->iItem));
+    return true;
+}
+
+bool OnBarCommand(const Bar* bar, WPARAM wParam, LPARAM lParam) {
+    return bar->inClick && PostMessageW(GetParent(bar->window), WM_COMMAND, wParam, lParam);
+}
+
+LRESULT OnClick(HWND window, UINT message, WPARAM wParam, LPARAM lParam, Bar* bar) {
+    bar->inClick = true;
+    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+    if (Bar* still = FindBar(window)) {
+        still->inClick = false;
+    }
+    return result;
+}
+
+LRESULT CALLBACK MenuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                             DWORD_PTR data) {
+    Bar* bar = reinterpret_cast<Bar*>(data);
+    switch (message) {
+        case kSetSubMenu:
+            return OnSetSubMenu(bar, static_cast<UINT>(wParam), reinterpret_cast<HMENU>(lParam));
+        case kGetSubMenu:
+            return OnGetSubMenu(bar, static_cast<UINT>(lParam));
+        case kBarHeightForWidth:
+            return HeightForWidth(bar, static_cast<int>(wParam));
+        case kBarNotify:
+            return OnNotify(bar, lParam);
+        case kBarCommand:
+            return OnBarCommand(bar, wParam, lParam);
+        case WM_LBUTTONUP:
+            return OnClick(window, message, wParam, lParam, bar);
+        case WM_INITMENUPOPUP:
+            return OnInitMenuPopup(bar, wParam, lParam);
+        case WM_COMMAND:
+        case WM_MENUSELECT:
+        case WM_UNINITMENUPOPUP:
+        case WM_ENTERMENULOOP:
+        case WM_EXITMENULOOP:
+            return TellOwner(bar, message, wParam, lParam);
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(window, MenuBarProc, kSubclassId);
+            FreeBar(bar);
+            break;
+        default:
+            break;
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+// ---- Making
+// ------------------------------------------------------------------------------------------------------
+
+// Label of text buttons and drop-downs, tooltip of image buttons: the tool bar shows the one string of a
+// button as whichever of the two its style allows.
+void LoadButtonText(const Bar* bar, const BarButton& button, wchar_t (&text)[kMaxLabel]) {
+    const bool isImage = button.image >= 0;
+    const UINT wanted = isImage ? button.tooltip : button.label;
+    const UINT other = isImage ? button.label : button.tooltip;
+    text[0] = 0;
+    const UINT id = wanted ? wanted : other;
+    if (id) {
+        LoadStringW(bar->instance, id, text, kMaxLabel);
+    }
+}
+
+BYTE ButtonStyle(const BarButton& button) {
+    if (button.separator) {
+        return BTNS_SEP;
+    }
+    const int kind = button.dropDown ? BTNS_WHOLEDROPDOWN : BTNS_BUTTON;
+    return static_cast<BYTE>(kind | BTNS_AUTOSIZE | (button.image >= 0 ? 0 : BTNS_SHOWTEXT));
+}
+
+bool AddButton(Bar* bar, const BarButton& button) {
+    wchar_t text[kMaxLabel];
+    LoadButtonText(bar, button, text);
+    TBBUTTON record = {};
+    record.iBitmap = button.separator ? 0 : I_IMAGENONE;
+    record.idCommand = static_cast<int>(button.command);
+    record.fsState = button.enabled || button.separator ? TBSTATE_ENABLED : 0;
+    record.fsStyle = ButtonStyle(button);
+    record.iString = text[0] ? reinterpret_cast<INT_PTR>(text) : -1;
+    if (!Tell(bar, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&record))) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return false;
+    }
+    Slot& slot = bar->slots[bar->slotCount++];
+    slot.command = button.command;
+    slot.image = button.image;
+    slot.dropDown = button.dropDown;
+    slot.popup =
+        button.dropDown && bar->menu && button.popup >= 0 ? GetSubMenu(bar->menu, button.popup) : nullptr;
+    return true;
+}
+
+bool FillBar(Bar* bar, const BarDescription& description) {
+    Tell(bar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    Tell(bar, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_MIXEDBUTTONS);
+    Tell(bar, TB_SETBITMAPSIZE, 0, MAKELPARAM(kImageSize, kImageSize));
+    if (description.menuId >= 0) {
+        bar->menu = LoadMenuW(bar->instance, MAKEINTRESOURCEW(description.menuId));
+        if (!bar->menu) {
+            return false;
+        }
+    }
+    bar->slots =
+        static_cast<Slot*>(AllocZeroed(sizeof(Slot) * (static_cast<size_t>(description.buttonCount) + 1)));
+    if (!bar->slots) {
+        return false;
+    }
+    for (int i = 0; i < description.buttonCount; ++i) {
+        if (!AddButton(bar, DescribedButton(description, i))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+HWND CreateToolBarWindow(HWND owner) {
+    INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_BAR_CLASSES};
+    InitCommonControlsEx(&classes);
+    return CreateWindowExW(0, TOOLBARCLASSNAMEW, L"",
+                           WS_CHILD | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS |
+                               CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER,
+                           0, 0, 0, 0, owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+}
+
+// The bar's record, tied to its window and freed with it.
+Bar* AttachBar(HWND window, HINSTANCE instance) {
+    Bar* bar = static_cast<Bar*>(AllocZeroed(sizeof(Bar)));
+    if (!bar) {
+        return nullptr;
+    }
+    bar->window = window;
+    bar->instance = instance;
+    if (!SetWindowSubclass(window, MenuBarProc, kSubclassId, reinterpret_cast<DWORD_PTR>(bar))) {
+        FreeBar(bar);
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+    return bar;
+}
+
+void DestroyKeepingError(HWND window) {
+    const DWORD error = GetLastError();
+    DestroyWindow(window);
+    SetLastError(error);
+}
+
+}  // namespace
+
+HWND CreateBarFromMemory(HWND owner, HINSTANCE instance, const void* bytes, size_t byteCount) {
+    BarDescription description = {};
+    if (!ReadBarDescription(bytes, byteCount, &description)) {
+        return nullptr;
+    }
+    const HWND window = CreateToolBarWindow(owner);
+    if (!window) {
+        return nullptr;
+    }
+    Bar* bar = AttachBar(window, instance);
+    if (!bar || !FillBar(bar, description) || !DockBar(owner, window)) {
+        DestroyKeepingError(window);
+        return nullptr;
+    }
+    return window;
+}
+
+BOOL SHCreateMenuBar(MenuBarInfo* info) {
+    if (!info || info->size != kMenuBarInfoSize) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    info->bar = nullptr;
+    const HRSRC found =
+        FindResourceW(info->instance, MAKEINTRESOURCEW(info->resourceId), MAKEINTRESOURCEW(10));
+    const HGLOBAL loaded = found ? LoadResource(info->instance, found) : nullptr;
+    if (!loaded) {
+        return FALSE;
+    }
+    info->bar = CreateBarFromMemory(info->owner, info->instance, LockResource(loaded),
+                                    SizeofResource(info->instance, found));
+    if (info->bar && info->bitmapId) {
+        AddBarBitmap(info->bar, info->instance, info->bitmapId, info->bitmapCount);
+    }
+    return info->bar != nullptr;
+}
+
+int AddBarBitmap(HWND window, HINSTANCE instance, int bitmapId, int count) {
+    Bar* bar = FindBar(window);
+    if (!bar || count <= 0 || bar->rangeCount == kMaxBitmaps) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return -1;
+    }
+    TBADDBITMAP bitmap = {instance, static_cast<UINT_PTR>(bitmapId)};
+    const int base = static_cast<int>(
+        Tell(bar, TB_ADDBITMAP, static_cast<WPARAM>(count), reinterpret_cast<LPARAM>(&bitmap)));
+    if (base < 0) {
+        return -1;
+    }
+    const ImageRange range = {bar->imageCount, count, base};
+    bar->ranges[bar->rangeCount++] = range;
+    bar->imageCount += count;
+    for (int i = 0; i < bar->slotCount; ++i) {
+        const int offset = bar->slots[i].image - range.first;
+        if (bar->slots[i].image >= 0 && offset >= 0 && offset < count) {
+            Tell(bar, TB_CHANGEBITMAP, bar->slots[i].command, base + offset);
+        }
+    }
+    RefreshDock(GetParent(window));
+    return range.first;
+}
+
+int MenuBarHeight(HWND window) {
+    if (!FindBar(window)) {
+        return 0;
+    }
+    RECT client = {};
+    GetClientRect(GetParent(window), &client);
+    return static_cast<int>(SendMessageW(window, kBarHeightForWidth, static_cast<WPARAM>(client.right), 0));
+}
+
+RECT ContentRect(HWND owner) {
+    RECT rect = {};
+    GetClientRect(owner, &rect);
+    rect.bottom -= DockHeight(owner);
+    if (rect.bottom < 0) {
+        rect.bottom = 0;
+    }
+    return rect;
+}
+
+HWND VisibleBar(HWND owner) { return TopBar(owner); }
+
+bool OpenDropDown(HWND window, UINT command) {
+    Bar* bar = FindBar(window);
+    const Slot* slot = bar ? FindDropDown(bar, command) : nullptr;
+    if (!slot || !IsMenu(slot->popup) || !IsWindowVisible(window)) {
+        return false;
+    }
+    TrackAbove(bar, *slot);
+    return true;
+}
+
+}  // namespace shell
