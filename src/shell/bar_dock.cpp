@@ -1,13 +1,13 @@
 #include "shell/bar_dock.h"
 
-#include <commctrl.h>
+#include "shell/subclass.h"
 
 namespace shell {
 
 namespace {
 
-constexpr UINT_PTR kOwnerId = 0x4D42;
-constexpr UINT_PTR kBarId = 0x4D43;
+constexpr const wchar_t* kOwnerRecord = L"shell.dock";
+constexpr const wchar_t* kBarRecord = L"shell.docked";
 
 struct DockedBar {
     HWND window;
@@ -24,31 +24,19 @@ struct Dock {
 LRESULT CALLBACK OwnerProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
 LRESULT CALLBACK BarProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
 
-template <typename T>
-T* NewRecord() {
-    return static_cast<T*>(HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(T)));
-}
-
-void FreeRecord(void* record) { HeapFree(GetProcessHeap(), 0, record); }
-
-Dock* FindDock(HWND owner) {
-    DWORD_PTR data = 0;
-    return GetWindowSubclass(owner, OwnerProc, kOwnerId, &data) ? reinterpret_cast<Dock*>(data) : nullptr;
-}
+Dock* FindDock(HWND owner) { return static_cast<Dock*>(FindRecord(owner, kOwnerRecord)); }
 
 Dock* FindOrMakeDock(HWND owner) {
     if (Dock* dock = FindDock(owner)) {
         return dock;
     }
-    Dock* dock = NewRecord<Dock>();
+    Dock* dock = static_cast<Dock*>(AllocRecord(sizeof(Dock)));
     if (!dock) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
     dock->owner = owner;
-    if (!SetWindowSubclass(owner, OwnerProc, kOwnerId, reinterpret_cast<DWORD_PTR>(dock))) {
+    if (!AttachRecord(owner, OwnerProc, kOwnerRecord, dock)) {
         FreeRecord(dock);
-        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return nullptr;
     }
     return dock;
@@ -119,8 +107,7 @@ LRESULT CALLBACK OwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
             dock->closing = true;
             break;
         case WM_NCDESTROY:
-            RemoveWindowSubclass(window, OwnerProc, kOwnerId);
-            FreeRecord(dock);
+            FreeRecord(DetachRecord(window, OwnerProc, kOwnerRecord));
             break;
         default:
             break;
@@ -158,7 +145,7 @@ LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam
     if (message == WM_DESTROY) {
         OnBarDestroyed(window);
     } else if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, BarProc, kBarId);
+        DetachRecord(window, BarProc, kBarRecord);
     }
     return DefSubclassProc(window, message, wParam, lParam);
 }
@@ -170,12 +157,9 @@ bool DockBar(HWND owner, HWND bar) {
     if (!dock) {
         return false;
     }
-    DockedBar* entry = NewRecord<DockedBar>();
-    if (!entry || !SetWindowSubclass(bar, BarProc, kBarId, 0)) {
-        if (entry) {
-            FreeRecord(entry);
-        }
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    DockedBar* entry = static_cast<DockedBar*>(AllocRecord(sizeof(DockedBar)));
+    if (!entry || !AttachRecord(bar, BarProc, kBarRecord, entry)) {
+        FreeRecord(entry);
         return false;
     }
     if (dock->top) {

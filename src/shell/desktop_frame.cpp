@@ -1,15 +1,14 @@
 #include "shell/desktop_frame.h"
 
-#include <commctrl.h>
-
 #include "shell/activation.h"
 #include "shell/bar_dock.h"
+#include "shell/subclass.h"
 
 namespace shell {
 
 namespace {
 
-constexpr UINT_PTR kSubclassId = 0x4D46;
+constexpr const wchar_t* kRecordName = L"shell.frame";
 constexpr int kFirstWidth = 480;
 constexpr int kFirstHeight = 640;
 constexpr int kLeastWidth = 160;
@@ -44,13 +43,7 @@ RECT WorkArea() {
 // nobody.
 LONG FirstLength(LONG available, int wanted) { return available <= wanted + wanted / 8 ? available : wanted; }
 
-LRESULT CALLBACK FrameProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
-
-Frame* FindFrame(HWND window) {
-    DWORD_PTR data = 0;
-    return GetWindowSubclass(window, FrameProc, kSubclassId, &data) ? reinterpret_cast<Frame*>(data)
-                                                                    : nullptr;
-}
+Frame* FindFrame(HWND window) { return static_cast<Frame*>(FindRecord(window, kRecordName)); }
 
 // Asking may end with the window gone, so the record is looked up again before it is touched.
 bool MayClose(HWND window, Frame* frame) {
@@ -150,8 +143,7 @@ LRESULT CALLBACK FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
             }
             break;
         case WM_NCDESTROY:
-            RemoveWindowSubclass(window, FrameProc, kSubclassId);
-            HeapFree(GetProcessHeap(), 0, frame);
+            FreeRecord(DetachRecord(window, FrameProc, kRecordName));
             break;
         default:
             break;
@@ -167,7 +159,7 @@ thread_local Frame* pendingFrame = nullptr;
 LRESULT CALLBACK CreationHook(int code, WPARAM wParam, LPARAM lParam) {
     if (code == HCBT_CREATEWND && pendingFrame) {
         const HWND window = reinterpret_cast<HWND>(wParam);
-        if (SetWindowSubclass(window, FrameProc, kSubclassId, reinterpret_cast<DWORD_PTR>(pendingFrame))) {
+        if (AttachRecord(window, FrameProc, kRecordName, pendingFrame)) {
             pendingFrame = nullptr;
         }
     }
@@ -227,9 +219,8 @@ SIZE FirstWindowSize() {
 
 HWND CreateMainFrame(DWORD exStyle, const wchar_t* className, const wchar_t* title, DWORD style, int x, int y,
                      int width, int height, HINSTANCE instance, const FrameEvents& events) {
-    Frame* frame = static_cast<Frame*>(HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(Frame)));
+    Frame* frame = static_cast<Frame*>(AllocRecord(sizeof(Frame)));
     if (!frame) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
     frame->events = events;
@@ -238,7 +229,7 @@ HWND CreateMainFrame(DWORD exStyle, const wchar_t* className, const wchar_t* tit
     // Still pending: no window ever took the record over.
     if (pendingFrame) {
         pendingFrame = nullptr;
-        HeapFree(GetProcessHeap(), 0, frame);
+        FreeRecord(frame);
     }
     return IsWindow(window) ? window : nullptr;
 }

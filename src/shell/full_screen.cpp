@@ -1,14 +1,13 @@
 #include "shell/full_screen.h"
 
-#include <commctrl.h>
-
 #include "shell/menu_bar.h"
+#include "shell/subclass.h"
 
 namespace shell {
 
 namespace {
 
-constexpr UINT_PTR kSubclassId = 0x4D47;
+constexpr const wchar_t* kRecordName = L"shell.dialog";
 constexpr UINT kAddDoneButton = WM_APP + 0x3F01;
 
 RECT AreaToCover(HWND dialog) {
@@ -52,7 +51,7 @@ LRESULT CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lPa
         return 0;
     }
     if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(dialog, DialogProc, kSubclassId);
+        DetachRecord(dialog, DialogProc, kRecordName);
     }
     return DefSubclassProc(dialog, message, wParam, lParam);
 }
@@ -60,7 +59,7 @@ LRESULT CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lPa
 // The dialog makes its own bars in WM_INITDIALOG, before or after this: only then is it known whether one is
 // missing.
 BOOL WaitForDoneButton(HWND dialog) {
-    return SetWindowSubclass(dialog, DialogProc, kSubclassId, 0) &&
+    return AttachRecord(dialog, DialogProc, kRecordName, dialog) &&
            PostMessageW(dialog, kAddDoneButton, 0, 0);
 }
 

@@ -1,15 +1,14 @@
 #include "shell/menu_bar.h"
 
-#include <commctrl.h>
-
 #include "shell/bar_description.h"
 #include "shell/bar_dock.h"
+#include "shell/subclass.h"
 
 namespace shell {
 
 namespace {
 
-constexpr UINT_PTR kSubclassId = 0x4D44;
+constexpr const wchar_t* kRecordName = L"shell.bar";
 constexpr int kImageSize = 16;
 constexpr int kMaxBitmaps = 8;
 constexpr int kMaxLabel = 128;
@@ -43,34 +42,18 @@ struct Bar {
     bool inClick;  // the tool bar is working on a click and would not survive being destroyed
 };
 
-LRESULT CALLBACK MenuBarProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
-
-Bar* FindBar(HWND window) {
-    DWORD_PTR data = 0;
-    return GetWindowSubclass(window, MenuBarProc, kSubclassId, &data) ? reinterpret_cast<Bar*>(data)
-                                                                      : nullptr;
-}
+Bar* FindBar(HWND window) { return static_cast<Bar*>(FindRecord(window, kRecordName)); }
 
 LRESULT Tell(const Bar* bar, UINT message, WPARAM wParam, LPARAM lParam) {
     return SendMessageW(bar->window, message, wParam, lParam);
-}
-
-void* AllocZeroed(size_t size) {
-    void* block = HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, size);
-    if (!block) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-    }
-    return block;
 }
 
 void FreeBar(Bar* bar) {
     if (bar->menu) {
         DestroyMenu(bar->menu);
     }
-    if (bar->slots) {
-        HeapFree(GetProcessHeap(), 0, bar->slots);
-    }
-    HeapFree(GetProcessHeap(), 0, bar);
+    FreeRecord(bar->slots);
+    FreeRecord(bar);
 }
 
 Slot* FindDropDown(const Bar* bar, UINT command) {
@@ -99,35 +82,38 @@ void SetWrap(const Bar* bar, int index, bool wrap) {
     }
 }
 
-int ButtonWidth(const Bar* bar, int index) {
+RECT ButtonRect(const Bar* bar, int index) {
     RECT rect = {};
     Tell(bar, TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&rect));
-    return rect.right - rect.left;
+    return rect;
 }
 
-// Breaks the buttons into rows that fit `width`, so that a narrow window loses none. Returns the number of
-// rows.
-int BreakIntoRows(const Bar* bar, int width) {
-    int rows = 1;
+// Breaks the buttons into rows that fit `width`, so that a narrow window loses none.
+void BreakIntoRows(const Bar* bar, int width) {
     int used = 0;
     for (int i = 0; i < bar->slotCount; ++i) {
-        const int buttonWidth = ButtonWidth(bar, i);
+        const RECT button = ButtonRect(bar, i);
+        const int buttonWidth = button.right - button.left;
         const bool breakBefore = used > 0 && used + buttonWidth > width;
         if (i > 0) {
             SetWrap(bar, i - 1, breakBefore);
         }
-        rows += breakBefore ? 1 : 0;
         used = breakBefore ? buttonWidth : used + buttonWidth;
     }
     Tell(bar, TB_AUTOSIZE, 0, 0);
-    return rows;
 }
 
 int HeightForWidth(const Bar* bar, int width) {
-    const int rowHeight = HIWORD(Tell(bar, TB_GETBUTTONSIZE, 0, 0));
     // A window that has no size yet is not the place to break anything.
-    const int rows = width > 0 ? BreakIntoRows(bar, width) : 1;
-    return rows * rowHeight + kMargin;
+    if (width > 0) {
+        BreakIntoRows(bar, width);
+    }
+    int height = HIWORD(Tell(bar, TB_GETBUTTONSIZE, 0, 0));
+    for (int i = 0; i < bar->slotCount; ++i) {
+        const int bottom = static_cast<int>(ButtonRect(bar, i).bottom);
+        height = bottom > height ? bottom : height;
+    }
+    return height + kMargin;
 }
 
 // ---- Drop-downs
@@ -224,7 +210,7 @@ LRESULT CALLBACK MenuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
         case WM_EXITMENULOOP:
             return TellOwner(bar, message, wParam, lParam);
         case WM_NCDESTROY:
-            RemoveWindowSubclass(window, MenuBarProc, kSubclassId);
+            DetachRecord(window, MenuBarProc, kRecordName);
             FreeBar(bar);
             break;
         default:
@@ -290,7 +276,7 @@ bool FillBar(Bar* bar, const BarDescription& description) {
         }
     }
     bar->slots =
-        static_cast<Slot*>(AllocZeroed(sizeof(Slot) * (static_cast<size_t>(description.buttonCount) + 1)));
+        static_cast<Slot*>(AllocRecord(sizeof(Slot) * (static_cast<size_t>(description.buttonCount) + 1)));
     if (!bar->slots) {
         return false;
     }
@@ -313,15 +299,14 @@ HWND CreateToolBarWindow(HWND owner) {
 
 // The bar's record, tied to its window and freed with it.
 Bar* AttachBar(HWND window, HINSTANCE instance) {
-    Bar* bar = static_cast<Bar*>(AllocZeroed(sizeof(Bar)));
+    Bar* bar = static_cast<Bar*>(AllocRecord(sizeof(Bar)));
     if (!bar) {
         return nullptr;
     }
     bar->window = window;
     bar->instance = instance;
-    if (!SetWindowSubclass(window, MenuBarProc, kSubclassId, reinterpret_cast<DWORD_PTR>(bar))) {
+    if (!AttachRecord(window, MenuBarProc, kRecordName, bar)) {
         FreeBar(bar);
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
     return bar;

@@ -1,14 +1,15 @@
 #include "shell/text_window.h"
 
-#include <commctrl.h>
-
 #include "shell/desktop_keys.h"
+#include "shell/subclass.h"
 
 namespace shell {
 
 namespace {
 
-constexpr UINT_PTR kSubclassId = 0x4D48;
+constexpr const wchar_t* kRecordName = L"shell.text";
+
+constexpr UINT kMostUnits = 100;  // per notch; more than a page of anything
 
 struct TextWindow {
     int verticalRest;    // of a notch times lines, not yet scrolled
@@ -21,7 +22,7 @@ struct TextWindow {
 UINT UnitsPerNotch(UINT setting) {
     UINT units = 3;
     SystemParametersInfoW(setting, 0, &units, 0);
-    return units;
+    return units == WHEEL_PAGESCROLL || units < kMostUnits ? units : kMostUnits;
 }
 
 // Turns a movement of the wheel into whole steps and keeps the rest. A movement the other way drops a rest.
@@ -120,8 +121,7 @@ LRESULT CALLBACK TextWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
             }
             break;
         case WM_NCDESTROY:
-            RemoveWindowSubclass(window, TextWindowProc, kSubclassId);
-            HeapFree(GetProcessHeap(), 0, text);
+            FreeRecord(DetachRecord(window, TextWindowProc, kRecordName));
             break;
         default:
             break;
@@ -132,17 +132,12 @@ LRESULT CALLBACK TextWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
 }  // namespace
 
 bool AttachTextWindow(HWND window) {
-    void* text = HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(TextWindow));
-    if (!text) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return false;
+    void* text = AllocRecord(sizeof(TextWindow));
+    if (text && AttachRecord(window, TextWindowProc, kRecordName, text)) {
+        return true;
     }
-    if (!SetWindowSubclass(window, TextWindowProc, kSubclassId, reinterpret_cast<DWORD_PTR>(text))) {
-        HeapFree(GetProcessHeap(), 0, text);
-        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
-        return false;
-    }
-    return true;
+    FreeRecord(text);
+    return false;
 }
 
 }  // namespace shell
