@@ -16,7 +16,7 @@ python=/usr/bin/python3
 [ -x "$python" ] || python=python3
 
 build_packages=(cmake ninja-build g++-mingw-w64-x86-64)
-wine_packages=(wine wine64 fonts-liberation2)
+wine_packages=(wine wine64 fonts-wine fonts-liberation2)
 screen_packages=(xvfb xauth xdotool imagemagick)
 test_packages=(g++ git googletest clang-format clang-tidy python3 python3-pytest)
 
@@ -73,7 +73,7 @@ use_prefix() {
     # Neither a .NET nor a browser engine is needed, and no program is to enter itself in the person's menus.
     export WINEDLLOVERRIDES='mscoree=;mshtml=;winemenubuilder.exe=d'
     local ready=$WINEPREFIX/nira-ready desktop=${2:-} want
-    want="settings 1 $desktop"
+    want="settings 2 $desktop"
     [ "$(cat "$ready" 2>/dev/null)" = "$want" ] && return 0
     say "Making the Wine prefix $WINEPREFIX (once) ..."
     mkdir -p "$WINEPREFIX"
@@ -89,6 +89,13 @@ use_prefix() {
 fill_prefix() {
     wineboot --init || return 1
     wineserver -w
+    # The frames' buttons are drawn with Marlett and dialogs with Tahoma, but Debian's Wine looks for its own fonts
+    # by a path that it cannot open itself.
+    local font
+    for font in marlett tahoma tahomabd symbol wingding; do
+        [ ! -f "/usr/share/wine/fonts/$font.ttf" ] ||
+            ln -sf "/usr/share/wine/fonts/$font.ttf" "$WINEPREFIX/drive_c/windows/Fonts/"
+    done
     # A crash must end the program, not wait for an answer that nobody gives.
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f || return 1
     # A fresh prefix draws Courier New with a proportional font.
