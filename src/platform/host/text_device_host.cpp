@@ -110,11 +110,11 @@ bool DeviceFitText(DeviceHandle device, const char16_t* text, uint32_t length, i
     ++counts.fitCalls;
     const FontDescription* font = FontToMeasure(device);
     if (font == nullptr) return false;
-    counts.unitsMeasured += length;
     *count = 0;
     int32_t width = 0;
     for (uint32_t at = 0; at < length; ++at) {
         width += AddedWidth(*font, text, at);
+        ++counts.unitsMeasured;
         if (width > maxWidth) break;
         *count = at + 1;
     }

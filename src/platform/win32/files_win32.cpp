@@ -1,0 +1,65 @@
+#include "platform/files.h"
+
+#include <windows.h>
+
+#include "platform/win32/system_path.h"
+
+namespace nira {
+
+namespace {
+
+HANDLE ToFile(FileHandle file) { return reinterpret_cast<HANDLE>(file); }
+
+FileHandle OpenFile(const char16_t* path, DWORD access, DWORD share, DWORD disposition) {
+    const SystemPath systemPath(path);
+    if (systemPath.Get() == nullptr) return nullptr;
+    const HANDLE file = CreateFileW(systemPath.Get(), access, share, nullptr, disposition, 0, nullptr);
+    return file != INVALID_HANDLE_VALUE ? reinterpret_cast<FileHandle>(file) : nullptr;
+}
+
+}  // namespace
+
+FileHandle FileOpenForReading(const char16_t* path) {
+    return OpenFile(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
+}
+
+FileHandle FileCreateForWriting(const char16_t* path) {
+    return OpenFile(path, GENERIC_WRITE, 0, CREATE_ALWAYS);
+}
+
+bool FileRead(FileHandle file, void* buffer, uint32_t size, uint32_t* read) {
+    DWORD got = 0;
+    const bool done = ReadFile(ToFile(file), buffer, size, &got, nullptr) != 0;
+    *read = got;
+    return done;
+}
+
+bool FileWrite(FileHandle file, const void* data, uint32_t size, uint32_t* written) {
+    DWORD put = 0;
+    const bool done = WriteFile(ToFile(file), data, size, &put, nullptr) != 0;
+    *written = put;
+    return done;
+}
+
+bool FileFlush(FileHandle file) { return FlushFileBuffers(ToFile(file)) != 0; }
+
+bool FileClose(FileHandle file) { return file == nullptr || CloseHandle(ToFile(file)) != 0; }
+
+bool FileExists(const char16_t* path) {
+    const SystemPath systemPath(path);
+    return systemPath.Get() != nullptr && GetFileAttributesW(systemPath.Get()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool FileMove(const char16_t* from, const char16_t* to) {
+    const SystemPath source(from);
+    if (source.Get() == nullptr) return false;
+    const SystemPath target(to);
+    return target.Get() != nullptr && MoveFileW(source.Get(), target.Get()) != 0;
+}
+
+bool FileDelete(const char16_t* path) {
+    const SystemPath systemPath(path);
+    return systemPath.Get() != nullptr && DeleteFileW(systemPath.Get()) != 0;
+}
+
+}  // namespace nira
