@@ -1,6 +1,7 @@
 #include "platform/code_page.h"
 
 #include "platform/host/ansi_page.h"
+#include "platform/host/best_fit.h"
 #include "platform/host/last_error.h"
 
 namespace nira {
@@ -27,7 +28,8 @@ uint8_t WesternFromUnit(char16_t unit) {
     for (uint8_t index = 0; index < 32; ++index) {
         if (kWesternHigh[index] == unit) return static_cast<uint8_t>(0x80 + index);
     }
-    return kDefault;
+    const uint8_t nearest = WesternBestFit(unit);
+    return nearest != 0 ? nearest : kDefault;
 }
 
 bool IsLead(uint8_t byte) { return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC); }
