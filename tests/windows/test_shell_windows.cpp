@@ -294,7 +294,7 @@ TEST(ShellLowMemory, ShowsTheReplacementBoxInsteadOfItsOwn) {
     EXPECT_EQ(shell::SetOutOfMemoryBox(nullptr), RecordBox);
 }
 
-// Confirms the box as soon as it stands.
+// Confirms the box as soon as it is shown.
 void CALLBACK ConfirmBox(HWND, UINT, UINT_PTR timer, DWORD) {
     const HWND box = FindWindowW(L"#32770", L"Out of memory");
     if (box) {
