@@ -17,8 +17,7 @@ struct DockedBar {
 struct Dock {
     HWND owner;
     DockedBar* top;
-    int height;    // of the bar in sight
-    bool closing;  // the owner is being destroyed and must not be called any more
+    int height;  // of the bar in sight
 };
 
 LRESULT CALLBACK OwnerProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
@@ -103,9 +102,6 @@ LRESULT CALLBACK OwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
                 return 0;
             }
             break;
-        case WM_DESTROY:
-            dock->closing = true;
-            break;
         case WM_NCDESTROY:
             FreeRecord(DetachRecord(window, OwnerProc, kOwnerRecord));
             break;
@@ -174,14 +170,15 @@ bool DockBar(HWND owner, HWND bar) {
 
 void RefreshDock(HWND owner) {
     Dock* dock = FindDock(owner);
-    if (!dock || dock->closing || IsIconic(owner)) {
+    if (!dock || IsIconic(owner)) {
         return;
     }
     RECT client = {};
     GetClientRect(owner, &client);
     const int before = dock->height;
     PlaceTopBar(dock, client.right, client.bottom);
-    // A window still being made hears of its size anyway.
+    // A window still being made hears of its size anyway; one being destroyed is hidden first, and must hear
+    // of nothing.
     if (dock->height != before && IsWindowVisible(owner)) {
         SendMessageW(owner, WM_SIZE, IsZoomed(owner) ? SIZE_MAXIMIZED : SIZE_RESTORED,
                      MAKELPARAM(client.right, client.bottom));

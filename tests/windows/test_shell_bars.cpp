@@ -192,19 +192,23 @@ TEST_F(ShellBar, GivesItsRoomBackToAVisibleOwner) {
 }
 
 TEST_F(ShellBar, CallsAnOwnerThatIsBeingDestroyedNoMore) {
+    // A window inside another is not hidden before it is destroyed with it.
     ShowWindow(owner, SW_SHOWNOACTIVATE);
-    MakeBar();
-    MakeBar();
-    received.clear();
+    const HWND inner = MakeWindow(WS_CHILD | WS_VISIBLE, 300, 200, owner);
+    shell::CreateBarFromMemory(inner, GetModuleHandleW(nullptr), kButtons, sizeof(kButtons));
+    HWND destroyed = nullptr;
+    int sizesAfter = 0;
+    shell_test::onMessage = [&](HWND window, const shell_test::Received& one) {
+        if (window == inner && one.message == WM_DESTROY) {
+            destroyed = window;
+        }
+        sizesAfter += destroyed && one.message == WM_SIZE ? 1 : 0;
+    };
 
     DestroyWindow(owner);
 
-    bool destroyed = false;
-    for (const auto& one : received) {
-        destroyed = destroyed || one.message == WM_DESTROY;
-        EXPECT_FALSE(destroyed && one.message == WM_SIZE);
-    }
-    EXPECT_TRUE(destroyed);
+    EXPECT_EQ(destroyed, inner);
+    EXPECT_EQ(sizesAfter, 0);
 }
 
 TEST_F(ShellBar, EnablesAndPressesButtonsByCommand) {
@@ -296,6 +300,8 @@ TEST_F(ShellBar, SendsTheCommandOfAClickAndMayBeDestroyedByIt) {
 
     SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, point);
     SendMessageW(bar, WM_LBUTTONUP, 0, point);
+    // Not before the tool bar has finished with the click.
+    EXPECT_TRUE(ReceivedOf(WM_COMMAND).empty());
     RunPosted();
 
     const auto commands = ReceivedOf(WM_COMMAND);
