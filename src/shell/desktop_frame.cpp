@@ -2,6 +2,7 @@
 
 #include "shell/activation.h"
 #include "shell/bar_dock.h"
+#include "shell/menu_bar.h"
 #include "shell/subclass.h"
 
 namespace shell {
@@ -111,6 +112,13 @@ bool PassFocusOn(HWND window) {
     return content != nullptr;
 }
 
+// F10, Alt alone and Alt with a letter, which on a desktop reach the menus. Alt+Space stays the system
+// menu's.
+bool OpenMenuByKey(HWND window, WPARAM command, LPARAM key) {
+    return (command & 0xFFF0) == SC_KEYMENU && key != L' ' && VisibleBar(window) &&
+           OpenDropDownByKey(VisibleBar(window), static_cast<wchar_t>(key));
+}
+
 constexpr UINT kDensityChanged = 0x02E0;  // WM_DPICHANGED, which headers for Windows 7 do not name
 
 LRESULT CALLBACK FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
@@ -124,6 +132,11 @@ LRESULT CALLBACK FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         case WM_ENDSESSION:
             OnEndSession(window, frame, wParam != 0);
             return 0;
+        case WM_SYSCOMMAND:
+            if (OpenMenuByKey(window, wParam, lParam)) {
+                return 0;
+            }
+            break;
         case WM_SHOWWINDOW:
             frame->shown = frame->shown || wParam;
             break;

@@ -24,7 +24,8 @@ struct FrameEvents {
 // shows it. With CW_USEDEFAULT the window gets the first size and stands in the middle of the work area.
 // While the window is hidden, a size it is given is that of its area above the menu bar.
 // The keyboard focus the frame receives goes on to its content (ContentWindow).
-// Null with the last error set on failure, or when the application's WM_CREATE destroyed the window.
+// F10 or Alt opens the first drop-down of the bar in sight, Alt with a letter the one whose label begins with
+// it. Null with the last error set on failure, or when the application's WM_CREATE destroyed the window.
 HWND CreateMainFrame(DWORD exStyle, const wchar_t* className, const wchar_t* title, DWORD style, int x, int y,
                      int width, int height, HINSTANCE instance, const FrameEvents& events);
 

@@ -65,8 +65,7 @@ Slot* FindDropDown(const Bar* bar, UINT command) {
     return nullptr;
 }
 
-// ---- Size
-// --------------------------------------------------------------------------------------------------------
+// ---- Size ----
 
 void SetWrap(const Bar* bar, int index, bool wrap) {
     TBBUTTON button = {};
@@ -116,8 +115,7 @@ int HeightForWidth(const Bar* bar, int width) {
     return height + kMargin;
 }
 
-// ---- Drop-downs
-// --------------------------------------------------------------------------------------------------
+// ---- Drop-downs ----
 
 void TrackAbove(Bar* bar, const Slot& slot) {
     const HWND window = bar->window;
@@ -160,8 +158,19 @@ LRESULT OnGetSubMenu(const Bar* bar, UINT command) {
     return reinterpret_cast<LRESULT>(slot ? slot->popup : nullptr);
 }
 
-// ---- Messages
-// ----------------------------------------------------------------------------------------------------
+bool LabelBeginsWith(const Bar* bar, UINT command, wchar_t letter) {
+    wchar_t label[kMaxLabel] = {};
+    TBBUTTONINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.dwMask = TBIF_TEXT;
+    info.pszText = label;
+    info.cchText = kMaxLabel;
+    Tell(bar, TB_GETBUTTONINFOW, command, reinterpret_cast<LPARAM>(&info));
+    return label[0] != 0 &&
+           CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, label, 1, &letter, 1) == CSTR_EQUAL;
+}
+
+// ---- Messages ----
 
 bool OnNotify(Bar* bar, LPARAM lParam) {
     const NMHDR* header = reinterpret_cast<const NMHDR*>(lParam);
@@ -219,8 +228,7 @@ LRESULT CALLBACK MenuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
     return DefSubclassProc(window, message, wParam, lParam);
 }
 
-// ---- Making
-// ------------------------------------------------------------------------------------------------------
+// ---- Making ----
 
 // Label of text buttons and drop-downs, tooltip of image buttons: the tool bar shows the one string of a
 // button as whichever of the two its style allows.
@@ -411,6 +419,17 @@ bool OpenDropDown(HWND window, UINT command) {
     }
     TrackAbove(bar, *slot);
     return true;
+}
+
+bool OpenDropDownByKey(HWND window, wchar_t letter) {
+    const Bar* bar = FindBar(window);
+    for (int i = 0; bar && i < bar->slotCount; ++i) {
+        const Slot& slot = bar->slots[i];
+        if (slot.dropDown && (letter == 0 || LabelBeginsWith(bar, slot.command, letter))) {
+            return OpenDropDown(window, slot.command);
+        }
+    }
+    return false;
 }
 
 }  // namespace shell

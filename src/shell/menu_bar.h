@@ -78,4 +78,8 @@ HWND VisibleBar(HWND owner);
 // False when there is no such drop-down in sight or it has no pop-up.
 bool OpenDropDown(HWND bar, UINT command);
 
+// The same from the keyboard: the drop-down whose label begins with `letter` (any case), or the first one for
+// 0.
+bool OpenDropDownByKey(HWND bar, wchar_t letter);
+
 }  // namespace shell

@@ -415,8 +415,7 @@ TEST_F(ShellBar, OpensNothingWithoutAPopup) {
     EXPECT_FALSE(shell::OpenDropDown(bar, 100));
 }
 
-// ---- Bars from resources
-// -----------------------------------------------------------------------------------------
+// ---- Bars from resources ----
 
 shell::MenuBarInfo InfoFor(HWND owner, UINT resource) {
     shell::MenuBarInfo info = {};

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "shell/activation.h"
 #include "shell/input_panel.h"
 #include "shell/menu_bar.h"
@@ -245,8 +247,28 @@ TEST_F(ShellFrame, PassesTheFocusOnToItsContentAndNotToItsBar) {
     EXPECT_EQ(GetFocus(), content);
 }
 
-// ---- Activation
-// --------------------------------------------------------------------------------------------------
+TEST_F(ShellFrame, OpensTheDropDownsOfItsBarByKeyboard) {
+    Make();
+    shell::MenuBarInfo info = {};
+    info.size = shell::kMenuBarInfoSize;
+    info.owner = frame;
+    info.resourceId = 3002;
+    info.instance = GetModuleHandleW(nullptr);
+    ASSERT_TRUE(shell::SHCreateMenuBar(&info));
+    ShowWindow(frame, SW_SHOW);
+
+    const std::pair<LPARAM, int> expected[] = {{0, 1014}, {'e', 1015}, {'N', 1062}};
+    for (const auto& [key, command] : expected) {
+        received.clear();
+        PostMessageW(info.bar, WM_KEYDOWN, VK_ESCAPE, 1);
+        SendMessageW(frame, WM_SYSCOMMAND, SC_KEYMENU, key);
+        RunPosted();
+        ASSERT_EQ(ReceivedOf(WM_INITMENUPOPUP).size(), 1u) << key;
+        EXPECT_EQ(LOWORD(ReceivedOf(WM_INITMENUPOPUP)[0].lParam), command);
+    }
+}
+
+// ---- Activation ----
 
 TEST_F(ShellFrame, KeepsActivationInTheRecordAndGivesTheFocusBack) {
     Make();
@@ -294,8 +316,7 @@ TEST_F(ShellFrame, RefusesAnActivationRecordOfAnotherSize) {
     EXPECT_TRUE(shell::SHHandleWMSettingChange(frame, 0, 0, &info));
 }
 
-// ---- Input panel
-// -------------------------------------------------------------------------------------------------
+// ---- Input panel ----
 
 TEST(ShellInputPanel, IsOffAndLeavesTheFirstWindowsSize) {
     shell::SipInfo info = {};

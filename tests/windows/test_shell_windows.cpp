@@ -145,8 +145,7 @@ TEST_F(ShellTextWindow, ShowsTheTextPointerOverItsText) {
     EXPECT_FALSE(ReceivedOf(WM_SETCURSOR).empty());
 }
 
-// ---- Dialogs
-// -----------------------------------------------------------------------------------------------------
+// ---- Dialogs ----
 
 struct DialogSetup {
     UINT flags;
@@ -266,8 +265,7 @@ TEST(ShellDialogCall, RefusesWhatIsNoWindow) {
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE));
 }
 
-// ---- Low memory
-// --------------------------------------------------------------------------------------------------
+// ---- Low memory ----
 
 TEST(ShellLowMemory, RecordsTheRequestAndClosesNothing) {
     EXPECT_TRUE(shell::SHCloseApps(12345));
