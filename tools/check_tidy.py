@@ -42,7 +42,8 @@ def problems(root, cache=CACHE):
     cache.mkdir(parents=True, exist_ok=True)
     for (name, key), (code, output) in zip(todo, checklib.run_all(jobs)):
         if code != 0:
-            found.append(f"{name}:\n{output.rstrip()}")
+            told = [line for line in output.splitlines() if not line.endswith(" warnings generated.")]
+            found.append("\n".join([f"{name}:", *told]))
         elif key:
             (cache / key).touch()
     return found
