@@ -17,6 +17,16 @@ FileHandle OpenFile(const char16_t* path, DWORD access, DWORD share, DWORD dispo
     return file != INVALID_HANDLE_VALUE ? reinterpret_cast<FileHandle>(file) : nullptr;
 }
 
+// Windows itself refuses to empty a read-only file; Wine leaves that to the host system, which lets its
+// administrator do everything.
+bool IsReadOnlyFile(const char16_t* path) {
+    const SystemPath systemPath(path);
+    if (systemPath.Get() == nullptr) return false;
+    const DWORD attributes = GetFileAttributesW(systemPath.Get());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0 &&
+           (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
 }  // namespace
 
 FileHandle FileOpenForReading(const char16_t* path) {
@@ -24,6 +34,10 @@ FileHandle FileOpenForReading(const char16_t* path) {
 }
 
 FileHandle FileCreateForWriting(const char16_t* path) {
+    if (IsReadOnlyFile(path)) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return nullptr;
+    }
     return OpenFile(path, GENERIC_WRITE, 0, CREATE_ALWAYS);
 }
 
