@@ -13,6 +13,7 @@
 #include "platform/shell_requests.h"
 #include "platform/strings.h"
 #include "platform/win32/casts.h"
+#include "platform/win32/system_path.h"
 #include "shell/low_memory.h"
 
 namespace nira {
@@ -194,6 +195,21 @@ TEST_F(SystemFiles, MayLieDeeperThanThePlainLimit) {
     }
 }
 
+// Wine opens long paths in either form; Windows needs the prefix.
+TEST(SystemPaths, AreLiftedOnlyWhenTheyAreLongAndAbsolute) {
+    const std::u16string tail = std::u16string(260, u'x') + u".txt";
+    const auto lifted = [](const std::u16string& path) {
+        return std::u16string(FromWide(SystemPath(path.c_str()).Get()));
+    };
+    EXPECT_EQ(lifted(u"C:\\a\\" + tail), u"\\\\?\\C:\\a\\" + tail);
+    EXPECT_EQ(lifted(u"C:/a/../b/" + tail), u"\\\\?\\C:\\b\\" + tail);
+    EXPECT_EQ(lifted(u"\\\\host\\share\\" + tail), u"\\\\?\\UNC\\host\\share\\" + tail);
+    EXPECT_EQ(lifted(u"\\\\?\\C:\\" + tail), u"\\\\?\\C:\\" + tail);
+    EXPECT_EQ(lifted(tail), tail);
+    EXPECT_EQ(lifted(u"C:\\a\\" + std::u16string(254, u'x')), u"C:\\a\\" + std::u16string(254, u'x'));
+    EXPECT_EQ(lifted(u"C:\\a\\" + std::u16string(255, u'x')), u"\\\\?\\C:\\a\\" + std::u16string(255, u'x'));
+}
+
 TEST_F(SystemFiles, TakeADriveBelowTheRootForTheDrive) {
     ASSERT_TRUE(Make(Path(u"a.txt"), "there"));
     EXPECT_EQ(Content(u"\\" + Path(u"a.txt")), "there");
@@ -299,7 +315,7 @@ struct BoxAnswer {
     const wchar_t* caption;
     WPARAM button;
     std::wstring text;
-    LONG icon;
+    std::wstring buttons;  // the letters O, C, Y, N of those it has
 };
 
 DWORD WINAPI AnswerBox(void* parameter) {
@@ -310,6 +326,10 @@ DWORD WINAPI AnswerBox(void* parameter) {
             wchar_t text[100] = {};
             GetDlgItemTextW(box, 0xFFFF, text, 100);
             answer->text = text;
+            if (GetDlgItem(box, IDOK) != nullptr) answer->buttons += L'O';
+            if (GetDlgItem(box, IDYES) != nullptr) answer->buttons += L'Y';
+            if (GetDlgItem(box, IDNO) != nullptr) answer->buttons += L'N';
+            if (GetDlgItem(box, IDCANCEL) != nullptr) answer->buttons += L'C';
             PostMessageW(box, WM_COMMAND, answer->button, 0);
             return 0;
         }
@@ -318,23 +338,26 @@ DWORD WINAPI AnswerBox(void* parameter) {
     return 1;
 }
 
-int AnswerTo(MessageKind kind, WPARAM button, std::wstring* text) {
-    BoxAnswer answer{L"NIRA box test", button, {}, 0};
-    const HANDLE thread = CreateThread(nullptr, 0, AnswerBox, &answer, 0, nullptr);
+// Shows a box and presses `button`; returns the answer and what the box looked like.
+int AnswerTo(MessageKind kind, WPARAM button, BoxAnswer* seen) {
+    *seen = {L"NIRA box test", button, {}, {}};
+    const HANDLE thread = CreateThread(nullptr, 0, AnswerBox, seen, 0, nullptr);
     const int given = ShowMessage(nullptr, u"Are you there?", u"NIRA box test", kind);
     WaitForSingleObject(thread, INFINITE);
     CloseHandle(thread);
-    *text = answer.text;
     return given;
 }
 
 TEST(SystemMessages, ReturnTheButtonPressed) {
-    std::wstring text;
-    EXPECT_EQ(AnswerTo(MessageKind::kQuestionYesNoCancel, IDNO, &text), kAnswerNo);
-    EXPECT_EQ(text, L"Are you there?");
-    EXPECT_EQ(AnswerTo(MessageKind::kQuestionYesNoCancel, IDCANCEL, &text), kAnswerCancel);
-    EXPECT_EQ(AnswerTo(MessageKind::kQuestionYesNo, IDYES, &text), kAnswerYes);
-    EXPECT_EQ(AnswerTo(MessageKind::kError, IDOK, &text), kAnswerOk);
+    BoxAnswer seen;
+    EXPECT_EQ(AnswerTo(MessageKind::kQuestionYesNoCancel, IDNO, &seen), kAnswerNo);
+    EXPECT_EQ(seen.text, L"Are you there?");
+    EXPECT_EQ(seen.buttons, L"YNC");
+    EXPECT_EQ(AnswerTo(MessageKind::kQuestionYesNoCancel, IDCANCEL, &seen), kAnswerCancel);
+    EXPECT_EQ(AnswerTo(MessageKind::kQuestionYesNo, IDYES, &seen), kAnswerYes);
+    EXPECT_EQ(seen.buttons, L"YN");
+    EXPECT_EQ(AnswerTo(MessageKind::kError, IDOK, &seen), kAnswerOk);
+    EXPECT_EQ(seen.buttons, L"O");
 }
 
 TEST(SystemCodePage, ConvertsBothWaysAndRefusesTooLittleRoom) {
