@@ -1,0 +1,25 @@
+// Files that wait to be opened.
+//
+// Another instance may hand a path over while the person is answering a box or a dialog. Opening it then
+// could destroy the very document that is asked about, so it waits here.
+#pragma once
+
+namespace nira {
+
+// Takes ownership of `path` (local heap). Forgets it when memory runs out.
+void PendPath(char16_t* path);
+
+// The path that has waited longest, now the caller's; null when none waits.
+char16_t* TakePendingPath();
+
+bool HasPendingPath();
+
+// Forgets all of them.
+void FreePendingPaths();
+
+// Between BeginBusy and EndBusy, which nest, a command or an opening runs and paths must wait.
+void BeginBusy();
+void EndBusy();
+bool IsBusy();
+
+}  // namespace nira
