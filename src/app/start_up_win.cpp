@@ -1,0 +1,114 @@
+#include "app/buffer_list.h"
+#include "app/main_window.h"
+#include "app/menu_state.h"
+#include "app/pending_paths.h"
+#include "app/services/memory.h"
+#include "app/services/notices.h"
+#include "app/start_up.h"
+#include "app/window_actions.h"
+#include "engine/editor_window.h"
+#include "engine/render.h"
+#include "engine/window_state.h"
+#include "files/codecs.h"
+#include "files/recent_files.h"
+#include "platform/menus.h"
+#include "platform/messages.h"
+#include "platform/win32/casts.h"
+#include "resources/resource.h"
+#include "settings/options_store.h"
+#include "shell/input_panel.h"
+#include "shell/menu_bar.h"
+#include "view/fonts.h"
+
+namespace nira {
+
+namespace {
+
+// These texts are fixed: the string table may be what failed.
+void ShowStartError(const char16_t* text) { ShowMessage(nullptr, text, u"Error", MessageKind::kPlain); }
+
+bool Reported(bool succeeded) {
+    if (!succeeded) ReportLastError();
+    return succeeded;
+}
+
+bool Explained(bool succeeded, const char16_t* text) {
+    if (!succeeded) ShowStartError(text);
+    return succeeded;
+}
+
+void ConnectEvents() {
+    EditorEvents& events = TheEditorEvents();
+    events.titleChanged = UpdateMainTitle;
+    events.undoStateChanged = UpdateUndoButtons;
+    events.selectionChanged = [](Editor*) { UpdateClipboardButtons(); };
+    events.repaint = [](Editor* editor) { PaintEditor(editor, 0); };
+    SetRecentFileOpener([](char16_t* path, uint32_t codecIndex) { OpenFileInBuffer(path, codecIndex); });
+}
+
+// True when another instance runs: it comes to the front and opens the path.
+bool HandOver(const char16_t* path) {
+    const HWND other = FindWindowW(L"NIRA", nullptr);
+    if (other == nullptr) return false;
+    if (IsIconic(other)) ShowWindow(other, SW_RESTORE);
+    SetForegroundWindow(GetLastActivePopup(other));
+    if (path[0] == 0) return true;
+    // The main window cannot be given a text of another process's memory; the editor window's WM_SETTEXT can.
+    const LRESULT editor = SendMessageW(other, kMessageEditorWindow, 0, 0);
+    if (editor != 0)
+        SendMessageW(reinterpret_cast<HWND>(editor), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path));
+    return true;
+}
+
+bool MakeServices() { return Explained(InitCodecs() != 0, u"Codecs init failed"); }
+
+bool MakeMainWindow() { return Reported(RegisterMainWindowClass()) && Reported(CreateMainWindow()); }
+
+bool MakeEditorWindow() {
+    const WindowHandle window = TheAppState().mainWindow;
+    if (!Reported(RegisterEditorClass())) return false;
+    if (!Explained(InitFonts(window) != 0, u"font initialization failed")) return false;
+    if (!Explained(LoadOptions() != 0, u"options init failed")) return false;
+    if (CreateEditorWindow(window) == 0) {
+        DestroyMainWindow();
+        return false;
+    }
+    const RECT content = shell::ContentRect(ToHwnd(window));
+    ResizeEditorWindow(content.right - content.left, content.bottom - content.top);
+    return true;
+}
+
+void OpenFirstDocuments(const char16_t* path) {
+    Reported(shell::SHInitExtraControls() != FALSE);
+    const HMENU file = ToHmenu(BarPopup(TheAppState().menuBar, BARPOPUP_FILE));
+    InitRecentFiles(FromHmenu(GetSubMenu(file, POPUP_FILE_RECENT)));
+    NewBuffer();
+    RefocusEditor();
+    if (path[0] == 0) return;
+    SendMessageW(ToHwnd(TheAppState().mainWindow), kMessageOpenFile, 0, reinterpret_cast<LPARAM>(path));
+}
+
+}  // namespace
+
+StartResult StartUp(InstanceHandle instance, const char16_t* path, int showCommand) {
+    TheAppState() = {};
+    TheAppState().instance = instance;
+    ConnectEvents();
+    if (HandOver(path)) return StartResult::kHandedOver;
+    if (!MakeServices() || !MakeMainWindow() || !MakeEditorWindow()) return StartResult::kFailed;
+    OpenFirstDocuments(path);
+    const HWND window = ToHwnd(TheAppState().mainWindow);
+    ShowWindow(window, showCommand);
+    UpdateWindow(window);
+    return StartResult::kStarted;
+}
+
+void ShutDown() {
+    ShutdownFonts();
+    FreeOptions();
+    FreeCodecs();
+    FreePendingPaths();
+    DestroyMainWindow();
+}
+
+}  // namespace nira
