@@ -295,6 +295,8 @@ TEST(SystemStrings, AreTheResourcesOwn) {
     EXPECT_EQ(std::u16string(PlatformString(4014)), u"Error");
     EXPECT_EQ(PlatformString(4014), PlatformString(4014));
     EXPECT_EQ(std::u16string(PlatformString(4044)), u"");
+    // Missing alone between two others.
+    EXPECT_EQ(std::u16string(PlatformString(4056)), u"");
     EXPECT_EQ(std::u16string(PlatformString(1)), u"");
 }
 
