@@ -21,9 +21,6 @@ int CreateEditorWindow(WindowHandle parent);
 
 void ResizeEditorWindow(int32_t width, int32_t height);
 
-// The window shows this document from now on; null shows none.
-void SetCurrentEditor(Editor* editor);
-
 void StartDragTimer();
 void StopDragTimer();
 

@@ -31,6 +31,7 @@ struct LineIndex {
     uint32_t lineTotal;   // sum of lines
     uint32_t extraRows;   // sum of extraRows
     int32_t widest;       // largest widest
+    bool widestStale;     // the widest chunk shrank or went: look at all of them again
     uint32_t dirtyFirst;  // chunks dirtyFirst..dirtyEnd-1 wait for LineIndexRefresh
     uint32_t dirtyEnd;
     uint32_t cachedChunk;  // where the last lookup ended, ...
@@ -38,8 +39,8 @@ struct LineIndex {
     uint32_t cachedRows;   // ... and the extra rows before it
 };
 
-// An index of `lines` empty lines (at least 1). May run out of memory.
-LineIndex* LineIndexCreate(HeapHandle heap, uint32_t lines);
+// An index of one empty line. May run out of memory.
+LineIndex* LineIndexCreate(HeapHandle heap);
 
 // Makes room so that inserting `count` lines cannot fail. May run out of memory.
 void LineIndexReserve(LineIndex* index, uint32_t count);
