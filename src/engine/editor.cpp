@@ -38,8 +38,7 @@ int32_t EditorRowOfLine(Editor* editor, uint32_t line) {
 RowPos EditorRowPosition(Editor* editor, int32_t row) {
     row = std::clamp(row, 0, EditorRows(editor) - 1);
     uint32_t subRow = 0;
-    const uint32_t line =
-        LineIndexFindRow(editor->index, editor->lines, static_cast<uint32_t>(row), &subRow);
+    const uint32_t line = LineIndexFindRow(editor->index, editor->lines, static_cast<uint32_t>(row), &subRow);
     return {static_cast<int32_t>(line), static_cast<int32_t>(subRow), row};
 }
 

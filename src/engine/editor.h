@@ -75,9 +75,9 @@ struct Editor {
     UndoJournal* undo;
     int32_t bookmarks[kBookmarks];  // line + 1; 0 = not set
     LineIndex* index;               // sums over the lines; see engine/line_index.h
-    int32_t layoutLimit;            // the row width limit that lines were last broken with; 0 before the first
-    uint16_t layoutMixed;           // 1 after a resize: lines may be broken for several limits, so that an edited
-                                    // line is broken anew from its start
+    int32_t layoutLimit;   // the row width limit that lines were last broken with; 0 before the first
+    uint16_t layoutMixed;  // 1 after a resize: lines may be broken for several limits, so that an edited
+                           // line is broken anew from its start
 };
 
 // News that goes up to the application. Start-up fills it in; an empty entry is not called.

@@ -10,9 +10,6 @@
 
 namespace nira {
 
-constexpr uint32_t kDragTimer = 32;
-constexpr uint32_t kDragTimerMilliseconds = 5;
-
 // Registers the class "NREDIT"; false on failure with the reason in the last error.
 bool RegisterEditorClass();
 
@@ -20,8 +17,5 @@ bool RegisterEditorClass();
 int CreateEditorWindow(WindowHandle parent);
 
 void ResizeEditorWindow(int32_t width, int32_t height);
-
-void StartDragTimer();
-void StopDragTimer();
 
 }  // namespace nira

@@ -61,7 +61,8 @@ void MarkDirty(LineIndex* index, uint32_t first, uint32_t end) {
 
 // Opens a gap of `count` zeroed chunks in front of chunk `at`; the room has been reserved.
 void InsertChunks(LineIndex* index, uint32_t at, uint32_t count) {
-    std::memmove(index->chunks + at + count, index->chunks + at, (index->chunkCount - at) * sizeof(LineChunk));
+    std::memmove(index->chunks + at + count, index->chunks + at,
+                 (index->chunkCount - at) * sizeof(LineChunk));
     std::memset(index->chunks + at, 0, count * sizeof(LineChunk));
     index->chunkCount += count;
     if (index->dirtyFirst >= at) index->dirtyFirst += count;

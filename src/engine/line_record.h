@@ -12,6 +12,7 @@ struct LineRecord {
     uint32_t capacity;  // (length / 10) * 10 + 10 after any change, 0 while text is null. The block behind
                         // `text` holds at least capacity + 1 units: long lines grow geometrically underneath
     int32_t width;      // pixels of the whole line, tabs expanded; INT32_MAX when it is more
+    uint32_t shaped;   // 1 when the width is not the sum of its units, so that it cannot be kept up by adding
     uint32_t* breaks;  // null when the line is one display row. Otherwise breaks[0] = K continuation rows and
                        // breaks[1..K] = the columns where they start, ascending
 };

@@ -17,8 +17,9 @@ bool HoldsText(const UndoEntry& entry) {
     return kind == UndoKind::kDeleteText || kind == UndoKind::kInsertText;
 }
 
-// What an entry has in the account beyond its own 20 bytes. Indentation data that has been turned into its repeat
-// stays in the account when it is dropped, and its block stays with the heap until the document closes.
+// What an entry has in the account beyond its own 20 bytes. Indentation data that has been turned into its
+// repeat stays in the account when it is dropped, and its block stays with the heap until the document
+// closes.
 int64_t DataBytes(const UndoEntry& entry) {
     if (HoldsText(entry)) return int64_t{2} * entry.size;
     return KindOf(entry) == UndoKind::kRestoreIndent ? entry.size : 0;
@@ -41,7 +42,8 @@ void ReserveEntry(UndoJournal* journal) {
     const auto front = static_cast<int32_t>(journal->entries - journal->block);
     if (front + std::max(journal->count, journal->position + 1) <= journal->room) return;
     if (front > journal->room / 2) {
-        std::memmove(journal->block, journal->entries, static_cast<size_t>(journal->count) * sizeof(UndoEntry));
+        std::memmove(journal->block, journal->entries,
+                     static_cast<size_t>(journal->count) * sizeof(UndoEntry));
         journal->entries = journal->block;
         return;
     }

@@ -13,7 +13,13 @@ TextStyle* OptionsTextStyle() { return &TheOptions().text; }
 
 TextStyle* OptionsSelectionStyle() { return &TheOptions().selection; }
 
-int32_t OptionsTabSize() { return static_cast<int32_t>(TheOptions().tabSize); }
+int32_t OptionsTabSize() {
+    constexpr uint32_t kMost = std::numeric_limits<int32_t>::max();
+    constexpr uint32_t kGlyphTabs = std::numeric_limits<uint32_t>::max();
+    const uint32_t size = TheOptions().tabSize;
+    if (size == kGlyphTabs) return -1;
+    return static_cast<int32_t>(size > kMost ? kMost : size);
+}
 
 int32_t OptionsUndoLimit() {
     constexpr uint32_t kMost = std::numeric_limits<int32_t>::max();

@@ -18,13 +18,11 @@ void NewLine(Editor* editor);
 void DeleteBackward(Editor* editor);
 void DeleteForward(Editor* editor);
 
-// Deletes the selection and puts the caret where it began; false when there is none.
+// Deletes the selection, where there is one, and puts the caret where it began. False when memory ran out and
+// it still stands.
 bool DeleteSelection(Editor* editor);
 
 // Replaces the selection by a text whose breaks are CR LF, and puts the caret behind it.
 void InsertAtCaret(Editor* editor, const char16_t* text, uint32_t units);
-
-// Takes back or repeats the latest edit, or with `group` the whole run of edits of the same kind.
-void UndoApply(Editor* editor, bool undo, bool group);
 
 }  // namespace nira

@@ -23,12 +23,19 @@ int32_t RowWidthLimit(const Editor* editor);
 void LineMeasure(Editor* editor, uint32_t line);
 void LinesMeasure(Editor* editor, uint32_t first, uint32_t end);
 
-// All lines, after a change of font, tab size or wrapping.
+// All lines, after a change of font or tab size.
 void EditorMeasureAll(Editor* editor);
+
+// All lines' breaks from their widths, after a change of wrapping.
+void EditorBreakAll(Editor* editor);
 
 // A line whose text has changed only by the `count` units now at `column`: the rows before them stay as they
 // are and the width grows by theirs, which keeps appending to a line of many megabytes cheap.
 void LineMeasureInserted(Editor* editor, uint32_t line, uint32_t column, uint32_t count);
+
+// What `count` units at `column` measure, to be asked before they are deleted; -1 when the line's width is
+// not a sum.
+int32_t RemovedWidth(Editor* editor, uint32_t line, uint32_t column, uint32_t count);
 
 // The same for units that were removed at `column`; `removedWidth` is what they measured, or -1 when it is
 // not known.

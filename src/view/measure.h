@@ -39,16 +39,14 @@ void CloseMeasureContext(MeasureContext* context);
 void OpenMeasureContextOnDevice(MeasureContext* context, DeviceHandle device, FontHandle font);
 void CloseMeasureContextOnDevice(MeasureContext* context);
 
-// The width of a run; 0 for an empty one.
-int32_t ContextTextWidth(MeasureContext* context, const char16_t* text, uint32_t length, int32_t tabSize);
+// The width of a run; 0 for an empty one. *summed, when given, becomes true when it is the sum over the
+// units, so that the width of a changed run can be computed from the change alone.
+int32_t ContextTextWidth(MeasureContext* context, const char16_t* text, uint32_t length, int32_t tabSize,
+                         bool* summed = nullptr);
 
 // The longest prefix not wider than `maxWidth`. May be 0 units long. A null text gives 0.
 FitResult ContextFitText(MeasureContext* context, const char16_t* text, uint32_t length, int32_t tabSize,
                          int32_t maxWidth);
-
-// True when the width of a run is the sum over its units, so that the width of a changed line can be computed
-// from the change alone.
-bool ContextRunIsAdditive(MeasureContext* context, const char16_t* text, uint32_t length);
 
 // Self-contained forms.
 int32_t TextWidth(WindowHandle window, FontHandle font, const char16_t* text, uint32_t length,
@@ -58,8 +56,5 @@ FitResult FitText(WindowHandle window, FontHandle font, const char16_t* text, ui
 
 // Pixels of a row of text: the font's height and the space it wants between rows; at least 1.
 int32_t LineHeight(WindowHandle window, FontHandle font);
-
-// Frees what AdvancesOf made; null is ignored.
-void FreeAdvances(AdvanceTable* advances);
 
 }  // namespace nira

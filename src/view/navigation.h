@@ -34,9 +34,15 @@ void MoveEnd(Editor* editor, bool extend);
 void MoveToStart(Editor* editor, bool extend);
 void MoveToEnd(Editor* editor, bool extend);
 
-// A finger at client pixel (x, y): down puts the caret there, drag extends the selection to it.
+// A finger at client pixel (x, y): down puts the caret there (in mark mode it extends the selection), a drag
+// extends the selection to it and starts automatic scrolling when it is less than 5 pixels from an edge or
+// outside.
 void TapAt(Editor* editor, int32_t x, int32_t y);
 void DragTo(Editor* editor, int32_t x, int32_t y);
+
+// A tick of automatic scrolling: scrolls towards each edge the point is at, extends the selection to the
+// point, and stops the timer when the point is away from all edges.
+void DragStep(Editor* editor, int32_t x, int32_t y);
 
 // The position under a client pixel.
 void PositionAt(Editor* editor, int32_t x, int32_t y, uint32_t* line, uint32_t* column);
@@ -48,8 +54,5 @@ void MarkEnd(Editor* editor);
 void SetBookmark(Editor* editor, uint32_t number);
 void GoToBookmark(Editor* editor, uint32_t number);
 void GoToLine(Editor* editor, uint32_t line);
-
-// Tab, space, or one of the Options' word separators.
-bool IsSeparator(char16_t unit);
 
 }  // namespace nira

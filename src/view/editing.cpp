@@ -1,0 +1,105 @@
+#include "view/editing.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "app/services/memory.h"
+#include "base/utf16.h"
+#include "engine/text.h"
+#include "view/navigation.h"
+#include "view/scroll.h"
+
+namespace nira {
+
+namespace {
+
+uint32_t CaretLineNumber(const Editor* editor) { return static_cast<uint32_t>(editor->caret.line); }
+
+uint32_t CaretColumn(const Editor* editor) { return static_cast<uint32_t>(editor->caretColumn); }
+
+// Inserts at the caret and moves it behind `characters`.
+bool InsertAndMove(Editor* editor, const char16_t* text, uint32_t units) {
+    const int32_t pairs = TextInsert(editor, CaretLineNumber(editor), CaretColumn(editor), text, units);
+    if (pairs == kTextFailed) return false;
+    MoveCaretBy(editor, int64_t{units} - pairs);
+    return true;
+}
+
+bool DeleteOneCharacter(Editor* editor) {
+    const uint32_t line = CaretLineNumber(editor);
+    const bool atEnd = line + 1 == editor->lineCount && CaretColumn(editor) == editor->lines[line].length;
+    if (atEnd || TextDeleteCount(editor, line, CaretColumn(editor), 1) == kTextFailed) return false;
+    MoveCaretTo(editor, line, CaretColumn(editor));
+    return true;
+}
+
+}  // namespace
+
+bool DeleteSelection(Editor* editor) {
+    if (!HasSelection(editor)) {
+        editor->anchorColumn = kNoSelection;
+        return true;
+    }
+    RowPos first = editor->anchor;
+    RowPos last = editor->caret;
+    int32_t firstColumn = editor->anchorColumn;
+    int32_t lastColumn = editor->caretColumn;
+    if (first.line > last.line || (first.line == last.line && firstColumn > lastColumn)) {
+        std::swap(first, last);
+        std::swap(firstColumn, lastColumn);
+    }
+    if (!TextDelete(editor, static_cast<uint32_t>(first.line), static_cast<uint32_t>(firstColumn),
+                    static_cast<uint32_t>(last.line), static_cast<uint32_t>(lastColumn))) {
+        return false;
+    }
+    editor->anchorColumn = kNoSelection;
+    MoveCaretTo(editor, first.line, static_cast<uint32_t>(firstColumn));
+    NotifySelection(editor);
+    return true;
+}
+
+void InsertAtCaret(Editor* editor, const char16_t* text, uint32_t units) {
+    if (DeleteSelection(editor)) InsertAndMove(editor, text, units);
+    NotifyRepaint(editor);
+}
+
+void TypeChar(Editor* editor, char16_t unit) { InsertAtCaret(editor, &unit, 1); }
+
+void NewLine(Editor* editor) {
+    if (!DeleteSelection(editor)) return;
+    const uint32_t line = CaretLineNumber(editor);
+    const uint32_t indent = TheOptions().keepIndent != 0 ? LineIndent(editor, line, nullptr, nullptr) : 0;
+    char16_t* text = nullptr;
+    const bool made = Guarded([&] { text = MemAllocArray<char16_t>(nullptr, size_t{indent} + 1); });
+    if (made) {
+        text[0] = kLineFeed;
+        if (indent > 0) std::memcpy(text + 1, editor->lines[line].text, indent * sizeof(char16_t));
+        InsertAndMove(editor, text, indent + 1);
+        MemFree(nullptr, text);
+    }
+    NotifyRepaint(editor);
+}
+
+void DeleteBackward(Editor* editor) {
+    if (HasSelection(editor)) {
+        DeleteSelection(editor);
+        NotifyRepaint(editor);
+        return;
+    }
+    editor->anchorColumn = kNoSelection;
+    if (!MoveCaretBy(editor, -1)) return;
+    DeleteOneCharacter(editor);
+    NotifyRepaint(editor);
+}
+
+void DeleteForward(Editor* editor) {
+    if (HasSelection(editor)) {
+        DeleteSelection(editor);
+        NotifyRepaint(editor);
+        return;
+    }
+    editor->anchorColumn = kNoSelection;
+    if (DeleteOneCharacter(editor)) NotifyRepaint(editor);
+}
+
+}  // namespace nira

@@ -1,0 +1,242 @@
+#include "view/measure.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "app/services/notices.h"
+#include "base/utf16.h"
+#include "platform/text_device.h"
+#include "view/advance_table.h"
+#include "view/shaped_scripts.h"
+
+namespace nira {
+
+namespace {
+
+int32_t Saturate(int64_t width) {
+    return static_cast<int32_t>(std::clamp<int64_t>(width, 0, std::numeric_limits<int32_t>::max()));
+}
+
+bool EnsureDevice(MeasureContext* context) {
+    if (context->device != nullptr) return true;
+    context->device = DeviceOpen(context->window);
+    if (context->device == nullptr) {
+        ReportLastError();
+        return false;
+    }
+    context->oldFont = DeviceSelectFont(context->device, context->font);
+    return true;
+}
+
+int32_t SystemExtent(MeasureContext* context, const char16_t* text, uint32_t length) {
+    int32_t width = 0;
+    if (EnsureDevice(context) && !DeviceTextExtent(context->device, text, length, &width)) ReportLastError();
+    return width;
+}
+
+// Fonts with overhang (bitmap fonts made bold or slanted) draw a run wider than its units: they are not
+// summed.
+bool RunsAreSums(MeasureContext* context) {
+    constexpr char16_t kSample[] = u"AVATo We.fi mW";
+    constexpr uint32_t kLength = sizeof(kSample) / sizeof(kSample[0]) - 1;
+    int32_t sum = 0;
+    for (uint32_t i = 0; i < kLength; ++i) sum += SystemExtent(context, kSample + i, 1);
+    return sum == SystemExtent(context, kSample, kLength);
+}
+
+// What every context needs to know of its font: asked of the system once a font.
+void LearnFont(MeasureContext* context) {
+    const FontCacheEntry* entry = FindFontEntryByHandle(context->font);
+    AdvanceTable* advances = entry != nullptr ? entry->advances : nullptr;
+    if (advances == nullptr || !advances->measured) {
+        context->spaceWidth = SystemExtent(context, u" ", 1);
+        context->tabGlyphWidth = SystemExtent(context, u"\t", 1);
+    }
+    if (advances == nullptr) return;
+    if (!advances->measured) {
+        advances->space = context->spaceWidth;
+        advances->tabGlyph = context->tabGlyphWidth;
+        advances->summable = RunsAreSums(context);
+        advances->measured = true;
+    }
+    context->spaceWidth = advances->space;
+    context->tabGlyphWidth = advances->tabGlyph;
+    if (advances->summable) context->advances = advances;
+}
+
+// Asks the system for a unit's width once; false for units whose width depends on their neighbours.
+bool LearnAdvance(MeasureContext* context, char16_t unit, int32_t* width) {
+    int16_t& known = context->advances->widths[unit];
+    if (known == kAdvanceUnknown) {
+        const int32_t extent = IsShapedUnit(unit) ? -1 : SystemExtent(context, &unit, 1);
+        const bool fits = extent >= 0 && extent <= std::numeric_limits<int16_t>::max();
+        known = fits ? static_cast<int16_t>(extent) : kAdvanceShaped;
+    }
+    *width = known;
+    return known >= 0;
+}
+
+// The glyph widths of a run together and its number of tabs; false when they cannot be summed.
+bool SumAdvances(MeasureContext* context, const char16_t* text, uint32_t length, int64_t* sum,
+                 uint32_t* tabs) {
+    if (context->advances == nullptr) return false;
+    const int16_t* widths = context->advances->widths;
+    int64_t total = 0;
+    uint32_t found = 0;
+    for (uint32_t i = 0; i < length; ++i) {
+        int32_t width = widths[text[i]];
+        if (width < 0 && !LearnAdvance(context, text[i], &width)) return false;
+        total += width;
+        found += text[i] == kTab ? 1 : 0;
+    }
+    *sum = total;
+    *tabs = found;
+    return true;
+}
+
+uint32_t CountTabs(const char16_t* text, uint32_t length) {
+    return static_cast<uint32_t>(std::count(text, text + length, kTab));
+}
+
+int64_t TabGrowth(const MeasureContext* context, int32_t tabSize) {
+    return int64_t{context->spaceWidth} * tabSize - context->tabGlyphWidth;
+}
+
+// The width a fitted unit adds or takes: a tab's fixed advance, or the unit measured alone.
+int64_t UnitWidth(MeasureContext* context, char16_t unit, int32_t tabSize) {
+    if (unit == kTab && tabSize != -1) return int64_t{context->spaceWidth} * tabSize;
+    return SystemExtent(context, &unit, 1);
+}
+
+// How many units fit when the system counts them.
+uint32_t SystemFitCount(MeasureContext* context, const char16_t* text, uint32_t length, int32_t maxWidth) {
+    uint32_t count = 0;
+    if (EnsureDevice(context) && !DeviceFitText(context->device, text, length, maxWidth, &count)) {
+        ReportLastError();
+    }
+    return count;
+}
+
+FitResult FitBySystem(MeasureContext* context, const char16_t* text, uint32_t length, int32_t tabSize,
+                      int32_t maxWidth) {
+    uint32_t count = SystemFitCount(context, text, length, maxWidth);
+    int64_t width = count > 0 ? SystemExtent(context, text, count) : 0;
+    const uint32_t tabs = tabSize == -1 ? 0 : CountTabs(text, count);
+    if (tabs > 0) {
+        width += tabs * TabGrowth(context, tabSize);
+        while (count > 0 && width > maxWidth) {
+            --count;
+            width -= UnitWidth(context, text[count], tabSize);
+        }
+    }
+    return {count, Saturate(width)};
+}
+
+// One pass for both limits of a run with tabs: the system's own count takes tabs as glyphs, and expanding
+// them can only shorten it. False when a unit within reach must be shaped.
+bool FitBySums(MeasureContext* context, const char16_t* text, uint32_t length, int32_t tabSize,
+               int32_t maxWidth, FitResult* result) {
+    if (context->advances == nullptr) return false;
+    const int16_t* widths = context->advances->widths;
+    const int64_t tabWidth = tabSize == -1 ? context->tabGlyphWidth : int64_t{context->spaceWidth} * tabSize;
+    int64_t glyphs = 0;
+    int64_t expanded = 0;
+    uint32_t count = 0;
+    for (; count < length; ++count) {
+        int32_t width = widths[text[count]];
+        if (width < 0 && !LearnAdvance(context, text[count], &width)) return false;
+        const int64_t grown = expanded + (text[count] == kTab ? tabWidth : width);
+        glyphs += width;
+        if (glyphs > maxWidth || grown > maxWidth) break;
+        expanded = grown;
+    }
+    *result = {count, Saturate(expanded)};
+    return true;
+}
+
+}  // namespace
+
+void OpenMeasureContext(MeasureContext* context, WindowHandle window, FontHandle font) {
+    *context = {};
+    context->window = window;
+    context->font = font;
+    context->ownsDevice = true;
+    LearnFont(context);
+}
+
+void CloseMeasureContext(MeasureContext* context) {
+    if (context->device == nullptr) return;
+    DeviceSelectFont(context->device, context->oldFont);
+    DeviceClose(context->window, context->device);
+    context->device = nullptr;
+}
+
+void OpenMeasureContextOnDevice(MeasureContext* context, DeviceHandle device, FontHandle font) {
+    *context = {};
+    context->font = font;
+    context->device = device;
+    context->oldFont = DeviceSelectFont(device, font);
+    LearnFont(context);
+}
+
+void CloseMeasureContextOnDevice(MeasureContext* context) {
+    DeviceSelectFont(context->device, context->oldFont);
+    context->device = nullptr;
+}
+
+int32_t ContextTextWidth(MeasureContext* context, const char16_t* text, uint32_t length, int32_t tabSize,
+                         bool* summed) {
+    int64_t width = 0;
+    uint32_t tabs = 0;
+    const bool sums = SumAdvances(context, text, length, &width, &tabs);
+    if (summed != nullptr) *summed = sums;
+    if (length == 0) return 0;
+    if (!sums) {
+        tabs = CountTabs(text, length);
+        if (tabs == length && tabSize != -1) {
+            return Saturate(int64_t{context->spaceWidth} * tabs * tabSize);
+        }
+        width = SystemExtent(context, text, length);
+    }
+    if (tabSize != -1) width += tabs * TabGrowth(context, tabSize);
+    return Saturate(width);
+}
+
+FitResult ContextFitText(MeasureContext* context, const char16_t* text, uint32_t length, int32_t tabSize,
+                         int32_t maxWidth) {
+    FitResult result = {0, 0};
+    if (text == nullptr || length == 0) return result;
+    if (FitBySums(context, text, length, tabSize, maxWidth, &result)) return result;
+    return FitBySystem(context, text, length, tabSize, maxWidth);
+}
+
+int32_t TextWidth(WindowHandle window, FontHandle font, const char16_t* text, uint32_t length,
+                  int32_t tabSize) {
+    MeasureContext context;
+    OpenMeasureContext(&context, window, font);
+    const int32_t width = ContextTextWidth(&context, text, length, tabSize);
+    CloseMeasureContext(&context);
+    return width;
+}
+
+FitResult FitText(WindowHandle window, FontHandle font, const char16_t* text, uint32_t length,
+                  int32_t tabSize, int32_t maxWidth) {
+    MeasureContext context;
+    OpenMeasureContext(&context, window, font);
+    const FitResult result = ContextFitText(&context, text, length, tabSize, maxWidth);
+    CloseMeasureContext(&context);
+    return result;
+}
+
+int32_t LineHeight(WindowHandle window, FontHandle font) {
+    int32_t height = 0;
+    int32_t leading = 0;
+    MeasureContext context = {};
+    context.window = window;
+    context.font = font;
+    if (EnsureDevice(&context) && !DeviceFontMetrics(context.device, &height, &leading)) ReportLastError();
+    CloseMeasureContext(&context);
+    return std::max(1, height + leading);
+}
+
+}  // namespace nira
