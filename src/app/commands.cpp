@@ -17,6 +17,7 @@
 #include "view/editing.h"
 #include "view/navigation.h"
 #include "view/scroll.h"
+#include "view/undo_apply.h"
 
 namespace nira {
 

@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "app/message_table.h"
+#include "app/services/message_table.h"
 #include "platform/handles.h"
 
 namespace nira {

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "app/app_state.h"
-#include "app/message_table.h"
+#include "app/services/message_table.h"
 #include "platform/handles.h"
 
 namespace nira {

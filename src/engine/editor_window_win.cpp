@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "app/message_table.h"
 #include "app/services/memory.h"
+#include "app/services/message_table.h"
 #include "app/services/notices.h"
 #include "base/utf16.h"
 #include "engine/drag_timer.h"

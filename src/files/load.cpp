@@ -56,14 +56,10 @@ const char16_t* SeparateFirstBreak(Loading* loading, const char16_t* text, uint3
     return loading->widened;
 }
 
-// Inserting changes nothing when memory runs out and cannot say so. A file must not lose a piece unnoticed,
-// so the document's end is looked at: any text moves it.
+// A file must not lose a piece unnoticed: the load ends where memory does.
 void InsertAtEnd(Editor* editor, const char16_t* text, uint32_t count) {
-    const uint32_t lines = editor->lineCount;
-    const uint32_t length = editor->lines[lines - 1].length;
-    TextInsert(editor, lines - 1, length, text, count);
-    const bool unchanged = editor->lineCount == lines && editor->lines[lines - 1].length == length;
-    if (unchanged) OutOfMemory(false);
+    const uint32_t last = editor->lineCount - 1;
+    if (TextInsert(editor, last, editor->lines[last].length, text, count) == kTextFailed) OutOfMemory(false);
 }
 
 // An LF at the start of this chunk belongs to a CR at the end of the one before.

@@ -1,4 +1,4 @@
-#include "app/message_table.h"
+#include "app/services/message_table.h"
 
 namespace nira {
 
