@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/editor.h"
+#include "engine/editor_check.h"
 #include "engine/text.h"
 #include "host/files_support.h"
 #include "settings/options_store.h"
@@ -44,6 +45,7 @@ class DocumentTest : public ServicesTest {
         editor = EditorCreate();
     }
     ~DocumentTest() override {
+        EXPECT_STREQ(EditorCheck(editor), nullptr);
         EditorDestroy(editor);
         FreeOptions();
         TheEditorEvents() = {};
@@ -51,6 +53,7 @@ class DocumentTest : public ServicesTest {
     }
 
     void Renew() {
+        EXPECT_STREQ(EditorCheck(editor), nullptr);
         EditorDestroy(editor);
         editor = EditorCreate();
     }
