@@ -1,0 +1,240 @@
+#include "app/commands.h"
+
+#include "app/pending_paths.h"
+#include "app_fixture.h"
+#include "base/utf16.h"
+
+namespace nira {
+namespace {
+
+class CommandsTest : public AppTest {
+  protected:
+    intptr_t Run(uint32_t command, uint32_t notification = 0) {
+        return OnCommand(&mainWindow_, 0x0111, command | (notification << 16), 0);
+    }
+};
+
+TEST_F(CommandsTest, TheTableIsInItsFixedOrder) {
+    const std::vector<uint32_t> expected = {7005, 7018, 7001, 7002, 7003, 7004, 7034, 7011, 7012,
+                                            7021, 7009, 7010, 7029, 7030, 7019, 7020, 7027, 7028,
+                                            7026, 7025, 1066, 1031, 1033, 1034, 1068, 1078};
+    const MessageTable table = CommandTable();
+    std::vector<uint32_t> identifiers;
+    for (size_t i = 0; i < table.count; ++i) identifiers.push_back(table.entries[i].identifier);
+
+    EXPECT_EQ(identifiers, expected);
+}
+
+TEST_F(CommandsTest, EveryCommandGivesTheKeyboardBack) {
+    NewBuffer();
+
+    Run(CMD_SELECT_ALL);
+    Run(CMD_OPEN);
+    Run(65000);
+
+    EXPECT_EQ(TheStandIns().refocused, 3);
+}
+
+TEST_F(CommandsTest, AnUnknownCommandResultsInZero) { EXPECT_EQ(Run(65000), 0); }
+
+TEST_F(CommandsTest, TheNotificationCodeDoesNotHideTheCommand) {
+    NewBuffer();
+
+    Run(CMD_NEW, 1);
+
+    EXPECT_EQ(BufferCount(), 2);
+}
+
+TEST_F(CommandsTest, EveryCommandAcceptsThatThereIsNoDocument) {
+    const MessageTable table = CommandTable();
+    for (size_t i = 0; i < table.count; ++i) {
+        if (table.entries[i].identifier != CMD_NEW) Run(table.entries[i].identifier);
+    }
+    for (uint32_t id = 7400; id < 7430; ++id) Run(id);
+    Run(CMD_BUFFER_FIRST);
+
+    EXPECT_EQ(BufferCount(), 0);
+}
+
+TEST_F(CommandsTest, OpenAsksForAFileWithTheDefaultEncoding) {
+    WriteFile("a.txt", "one");
+    NewBuffer();
+    TheStandIns().answers = {{PathOf("a.txt"), kCodecUtf8, -1}};
+
+    Run(CMD_OPEN);
+
+    ASSERT_EQ(TheStandIns().dialogs.size(), 1u);
+    EXPECT_FALSE(TheStandIns().dialogs[0].saving);
+    EXPECT_EQ(TheStandIns().dialogs[0].codecIndex, DefaultCodec());
+    EXPECT_EQ(TheStandIns().dialogs[0].initialPath, u"");
+    EXPECT_EQ(Caption(), u"a.txt");
+    EXPECT_EQ(Shown()->codecId, kCodecUtf8);
+}
+
+TEST_F(CommandsTest, ExitClosesTheWindowOnlyWhenEveryDocumentIsClosed) {
+    NewBuffer();
+    Type(u"x");
+    MessageScript({kAnswerCancel, kAnswerNo});
+
+    Run(CMD_EXIT);
+    EXPECT_EQ(TheStandIns().closed, 0);
+    EXPECT_EQ(BufferCount(), 1);
+    Run(CMD_EXIT);
+
+    EXPECT_EQ(TheStandIns().closed, 1);
+    EXPECT_EQ(BufferCount(), 0);
+}
+
+TEST_F(CommandsTest, CloseClosesTheShownDocument) {
+    NewBuffer();
+    NewBuffer();
+
+    Run(CMD_CLOSE);
+
+    EXPECT_EQ(BufferCount(), 1);
+    EXPECT_EQ(Caption(), u"Untitled1");
+}
+
+TEST_F(CommandsTest, ClearDeletesForwardWithoutASelection) {
+    NewBuffer();
+    Type(u"ab");
+    Run(CMD_FILE_TOP);
+
+    Run(CMD_CLEAR);
+
+    EXPECT_EQ(std::u16string(Shown()->lines[0].text), u"b");
+}
+
+TEST_F(CommandsTest, ToggleWrapFlipsTheShownDocument) {
+    NewBuffer();
+    const int16_t before = Shown()->wordWrap;
+
+    Run(CMD_TOGGLE_WRAP);
+
+    EXPECT_NE(Shown()->wordWrap, before);
+    EXPECT_FALSE(HostPointer().waiting);
+}
+
+TEST_F(CommandsTest, MarkedTextIsExtendedByMovesUntilTheMarkEnds) {
+    NewBuffer();
+    Type(u"ab");
+    Run(CMD_MARK_START);
+    Run(CMD_FILE_TOP);
+    EXPECT_TRUE(HasSelection(Shown()));
+    Run(CMD_MARK_END);
+    EXPECT_TRUE(HasSelection(Shown()));
+
+    Run(CMD_FILE_BOTTOM);
+
+    EXPECT_FALSE(HasSelection(Shown()));
+}
+
+TEST_F(CommandsTest, UndoShowsItsBarAndTakesBackWhatWasTyped) {
+    NewBuffer();
+    Type(u"a");
+
+    Run(CMD_UNDO);
+
+    EXPECT_EQ(Shown()->lines[0].length, 0u);
+    EXPECT_EQ(TheStandIns().barsShown, std::vector<ToolBar>{ToolBar::kUndo});
+    Run(CMD_REDO);
+    EXPECT_EQ(Shown()->lines[0].length, 1u);
+}
+
+TEST_F(CommandsTest, GroupUndoIsASwitchWithAButton) {
+    Run(CMD_GROUP_UNDO);
+    EXPECT_EQ(TheAppState().groupUndo, 1);
+    EXPECT_TRUE(TheStandIns().groupButton);
+
+    Run(CMD_GROUP_UNDO);
+
+    EXPECT_EQ(TheAppState().groupUndo, 0);
+    EXPECT_FALSE(TheStandIns().groupButton);
+}
+
+TEST_F(CommandsTest, MovesThroughTheFileShowTheNavigateBar) {
+    NewBuffer();
+
+    Run(CMD_PAGE_DOWN);
+    Run(CMD_PAGE_UP);
+    Run(CMD_FILE_BOTTOM);
+    Run(CMD_FILE_TOP);
+
+    EXPECT_EQ(TheStandIns().barsShown, std::vector<ToolBar>(4, ToolBar::kNavigate));
+}
+
+TEST_F(CommandsTest, EachBarHasItsCloseButton) {
+    Run(CMD_CLOSE_NAVIGATE_BAR);
+    Run(CMD_CLOSE_FIND_BAR);
+    Run(CMD_CLOSE_UNDO_BAR);
+    Run(CMD_CLOSE_INDENT_BAR);
+
+    EXPECT_EQ(TheStandIns().barsClosed,
+              (std::vector<ToolBar>{ToolBar::kNavigate, ToolBar::kFind, ToolBar::kUndo, ToolBar::kIndent}));
+}
+
+TEST_F(CommandsTest, BookmarksAreSetAndGoneTo) {
+    NewBuffer();
+    Type(u"a");
+    NewLine(Shown());
+    Run(CMD_SET_BOOKMARK_FIRST + 3);
+    EXPECT_EQ(Shown()->bookmarks[3], 2);
+    Run(CMD_FILE_TOP);
+
+    Run(CMD_GO_TO_BOOKMARK_FIRST + 3);
+
+    EXPECT_EQ(Shown()->caret.line, 1);
+}
+
+TEST_F(CommandsTest, TheRangeOfDocumentsEndsWithTheList) {
+    NewBuffer();
+    NewBuffer();
+
+    Run(CMD_BUFFER_FIRST);
+    EXPECT_EQ(Caption(), u"Untitled1");
+    Run(CMD_BUFFER_FIRST + 2);
+
+    EXPECT_EQ(Caption(), u"Untitled1");
+}
+
+TEST_F(CommandsTest, NextBufferShowsTheOneBehind) {
+    NewBuffer();
+    NewBuffer();
+
+    Run(CMD_NEXT_BUFFER);
+
+    EXPECT_EQ(Caption(), u"Untitled1");
+}
+
+TEST_F(CommandsTest, ARecentFileIsOpenedByItsCommand) {
+    static char16_t opened[300];
+    WriteFile("a.txt", "one");
+    AddRecentFile(PathOf("a.txt").c_str(), kCodecAnsi);
+    SetRecentFileOpener([](char16_t* path, uint32_t) {
+        Utf16Copy(opened, 300, path);
+        MemFree(nullptr, path);
+    });
+
+    Run(CMD_RECENT_FIRST);
+
+    EXPECT_EQ(std::u16string(opened), PathOf("a.txt"));
+    SetRecentFileOpener(nullptr);
+}
+
+TEST_F(CommandsTest, PathsMustWaitWhileACommandRuns) {
+    static bool busyInside;
+    AddRecentFile(u"\\x", kCodecAnsi);
+    SetRecentFileOpener([](char16_t* path, uint32_t) {
+        busyInside = IsBusy();
+        MemFree(nullptr, path);
+    });
+
+    Run(CMD_RECENT_FIRST);
+
+    EXPECT_TRUE(busyInside);
+    EXPECT_FALSE(IsBusy());
+    SetRecentFileOpener(nullptr);
+}
+
+}  // namespace
+}  // namespace nira

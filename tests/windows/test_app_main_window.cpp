@@ -1,0 +1,300 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "app/app_state.h"
+#include "app/buffer_list.h"
+#include "app/main_window.h"
+#include "app/menu_state.h"
+#include "app/services/memory.h"
+#include "app/services/resources.h"
+#include "app/tool_bars.h"
+#include "app/window_actions.h"
+#include "engine/current_editor.h"
+#include "engine/editor_window.h"
+#include "engine/text.h"
+#include "engine/window_state.h"
+#include "files/codecs.h"
+#include "platform/menus.h"
+#include "platform/win32/casts.h"
+#include "resources/resource.h"
+#include "settings/options.h"
+#include "settings/options_store.h"
+#include "shell/menu_bar.h"
+#include "view/editing.h"
+#include "view/fonts.h"
+
+namespace nira {
+namespace {
+
+std::wstring ItemText(HMENU menu, UINT id) {
+    wchar_t text[300] = {};
+    GetMenuStringW(menu, id, text, 300, MF_BYCOMMAND);
+    return text;
+}
+
+bool IsGrayed(HMENU menu, UINT id) { return (GetMenuState(menu, id, MF_BYCOMMAND) & MF_GRAYED) != 0; }
+bool IsChecked(HMENU menu, UINT id) { return (GetMenuState(menu, id, MF_BYCOMMAND) & MF_CHECKED) != 0; }
+
+// The main window with everything in it, hidden.
+class MainWindowTest : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        ASSERT_TRUE(RegisterMainWindowClass());
+        ASSERT_TRUE(RegisterEditorClass());
+    }
+    static void TearDownTestSuite() {
+        UnregisterClassW(L"NIRA", GetModuleHandleW(nullptr));
+        UnregisterClassW(L"NREDIT", GetModuleHandleW(nullptr));
+        UnregisterClassW(L"NREDIT", nullptr);
+    }
+
+    void SetUp() override {
+        TheAppState() = {};
+        TheWindowState() = {};
+        TheEditorEvents() = {};
+        TheEditorEvents().titleChanged = UpdateMainTitle;
+        ASSERT_TRUE(CreateMainWindow());
+        ASSERT_EQ(InitCodecs(), 1);
+        ASSERT_EQ(InitFonts(TheAppState().mainWindow), 1);
+        ASSERT_EQ(LoadOptions(), 1);
+        ASSERT_EQ(CreateEditorWindow(TheAppState().mainWindow), 1);
+        NewBuffer();
+    }
+
+    void TearDown() override {
+        while (TheAppState().bufferCount > 0) {
+            Editor* buffer = TheAppState().buffers[0];
+            RemoveBuffer(0);
+            SetCurrentEditor(nullptr);
+            EditorDestroy(buffer);
+        }
+        ShutdownFonts();
+        FreeOptions();
+        FreeCodecs();
+        DestroyMainWindow();
+        TheAppState() = {};
+        TheWindowState() = {};
+        MSG message = {};
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        }
+    }
+
+    static HWND Window() { return ToHwnd(TheAppState().mainWindow); }
+    static LRESULT Send(UINT message, WPARAM first, LPARAM second) {
+        return SendMessageW(Window(), message, first, second);
+    }
+    static HMENU Popup(UINT command) { return ToHmenu(BarPopup(TheAppState().menuBar, command)); }
+    static HMENU Prepared(UINT command) {
+        const HMENU menu = Popup(command);
+        Send(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), static_cast<LPARAM>(command));
+        return menu;
+    }
+    static Editor* Shown() { return TheWindowState().currentEditor; }
+    static std::wstring Caption() {
+        wchar_t text[300] = {};
+        GetWindowTextW(Window(), text, 300);
+        return text;
+    }
+};
+
+TEST_F(MainWindowTest, AnswersElevenMessagesInTheirOrder) {
+    const std::vector<uint32_t> expected = {1, 0x0F, 0x111, 0x1A, 6, 0x3FF, 2, 5, 0x117, 0x400, 0x401};
+    const MessageTable table = MainWindowTable();
+    std::vector<uint32_t> identifiers;
+    for (size_t i = 0; i < table.count; ++i) identifiers.push_back(table.entries[i].identifier);
+
+    EXPECT_EQ(identifiers, expected);
+}
+
+TEST_F(MainWindowTest, CreationMakesTheMenuBarAndStaysHidden) {
+    EXPECT_TRUE(IsWindow(ToHwnd(TheAppState().menuBar)));
+    EXPECT_FALSE(IsWindowVisible(Window()));
+    EXPECT_EQ(TheAppState().activateInfo.size, kActivateRecordSize);
+}
+
+TEST_F(MainWindowTest, TheEditorWindowFillsTheAreaAboveTheBar) {
+    SetWindowPos(Window(), nullptr, 0, 0, 400, 500, SWP_NOMOVE | SWP_NOZORDER);
+
+    RECT editor = {};
+    GetWindowRect(ToHwnd(TheWindowState().editorWindow), &editor);
+    const RECT content = shell::ContentRect(Window());
+    EXPECT_GT(content.bottom, 0);
+    EXPECT_EQ(editor.right - editor.left, content.right - content.left);
+    EXPECT_EQ(editor.bottom - editor.top, content.bottom - content.top);
+}
+
+TEST_F(MainWindowTest, PaintingEnds) {
+    ShowWindow(Window(), SW_SHOWNOACTIVATE);
+    InvalidateRect(Window(), nullptr, FALSE);
+
+    Send(WM_PAINT, 0, 0);
+
+    EXPECT_FALSE(GetUpdateRect(Window(), nullptr, FALSE));
+}
+
+TEST_F(MainWindowTest, TellsItsEditorWindow) {
+    EXPECT_EQ(Send(kMessageEditorWindow, 0, 0), reinterpret_cast<LRESULT>(TheWindowState().editorWindow));
+}
+
+TEST_F(MainWindowTest, TheCaptionIsTheShownDocuments) {
+    EXPECT_EQ(Caption(), L"Untitled1");
+
+    TypeChar(Shown(), u'x');
+
+    EXPECT_EQ(Caption(), L"Untitled1 *");
+}
+
+TEST_F(MainWindowTest, ANullPathOpensNothing) {
+    EXPECT_EQ(Send(kMessageOpenFile, 0, 0), 0);
+
+    EXPECT_EQ(TheAppState().bufferCount, 1);
+}
+
+class OpeningAFile : public MainWindowTest {
+  protected:
+    void SetUp() override {
+        MainWindowTest::SetUp();
+        wchar_t folder[MAX_PATH];
+        GetTempPathW(MAX_PATH, folder);
+        path_ = std::wstring(folder) + L"nira main window.txt";
+        const HANDLE file = CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        DWORD written = 0;
+        WriteFile(file, "one", 3, &written, nullptr);
+        CloseHandle(file);
+    }
+    void TearDown() override {
+        MainWindowTest::TearDown();
+        DeleteFileW(path_.c_str());
+    }
+    std::wstring path_;
+};
+
+TEST_F(OpeningAFile, ByTextOfTheEditorWindow) {
+    SendMessageW(ToHwnd(TheWindowState().editorWindow), WM_SETTEXT, 0,
+                 reinterpret_cast<LPARAM>(path_.c_str()));
+
+    EXPECT_EQ(Caption(), L"nira main window.txt");
+    EXPECT_EQ(TheAppState().bufferCount, 1);
+}
+
+TEST_F(OpeningAFile, WaitsUntilABoxHasEnded) {
+    EnableWindow(Window(), FALSE);
+    Send(kMessageOpenFile, 0, reinterpret_cast<LPARAM>(path_.c_str()));
+    EXPECT_EQ(Caption(), L"Untitled1");
+    EnableWindow(Window(), TRUE);
+
+    const ULONGLONG end = GetTickCount64() + 5000;
+    MSG message = {};
+    while (Caption() == L"Untitled1" && GetTickCount64() < end) {
+        if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    }
+
+    EXPECT_EQ(Caption(), L"nira main window.txt");
+}
+
+// ---- the pop-ups ----
+
+TEST_F(MainWindowTest, EditIsGrayedWithoutSelectionAndHistory) {
+    const HMENU menu = Prepared(BARPOPUP_EDIT);
+
+    for (const UINT id : {CMD_CUT, CMD_COPY, CMD_CLEAR, CMD_UNDO, CMD_REDO})
+        EXPECT_TRUE(IsGrayed(menu, id)) << id;
+}
+
+TEST_F(MainWindowTest, EditFollowsTheDocument) {
+    TypeChar(Shown(), u'a');
+    Shown()->anchorColumn = 0;
+
+    const HMENU menu = Prepared(BARPOPUP_EDIT);
+
+    for (const UINT id : {CMD_CUT, CMD_COPY, CMD_CLEAR, CMD_UNDO}) EXPECT_FALSE(IsGrayed(menu, id)) << id;
+    EXPECT_TRUE(IsGrayed(menu, CMD_REDO));
+}
+
+TEST_F(MainWindowTest, PasteFollowsTheClipboard) {
+    ASSERT_TRUE(OpenClipboard(Window()));
+    EmptyClipboard();
+    CloseClipboard();
+    EXPECT_TRUE(IsGrayed(Prepared(BARPOPUP_EDIT), CMD_PASTE));
+    EXPECT_TRUE(IsGrayed(Popup(BARPOPUP_EDIT), CMD_PASTE_OTHER));
+
+    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 4);
+    ASSERT_TRUE(OpenClipboard(Window()));
+    SetClipboardData(CF_UNICODETEXT, block);
+    CloseClipboard();
+
+    EXPECT_FALSE(IsGrayed(Prepared(BARPOPUP_EDIT), CMD_PASTE));
+    EXPECT_FALSE(IsGrayed(Popup(BARPOPUP_EDIT), CMD_PASTE_OTHER));
+}
+
+TEST_F(MainWindowTest, TheOtherPasteIsNamed) {
+    TheOptions().pasteMode = 1;
+    EXPECT_EQ(ItemText(Prepared(BARPOPUP_EDIT), CMD_PASTE_OTHER), L"&Normal Paste");
+
+    TheOptions().pasteMode = 0;
+
+    EXPECT_EQ(ItemText(Prepared(BARPOPUP_EDIT), CMD_PASTE_OTHER), L"S&mart Paste");
+}
+
+TEST_F(MainWindowTest, BuffersListsTheDocumentsWithTheShownOneMarked) {
+    NewBuffer();
+    TypeChar(Shown(), u'x');
+
+    const HMENU menu = Prepared(BARPOPUP_WINDOWS);
+
+    EXPECT_EQ(ItemText(menu, CMD_BUFFER_FIRST), L"Untitled1");
+    EXPECT_EQ(ItemText(menu, CMD_BUFFER_FIRST + 1), L"Untitled2 *");
+    EXPECT_FALSE(IsChecked(menu, CMD_BUFFER_FIRST));
+    EXPECT_TRUE(IsChecked(menu, CMD_BUFFER_FIRST + 1));
+    EXPECT_EQ(IsChecked(menu, CMD_TOGGLE_WRAP), Shown()->wordWrap != 0);
+}
+
+TEST_F(MainWindowTest, NavigateFollowsTheBookmarks) {
+    Shown()->bookmarks[3] = 1;
+
+    const HMENU menu = Prepared(BARPOPUP_NAVIGATE);
+
+    EXPECT_FALSE(IsGrayed(menu, CMD_GO_TO_BOOKMARK_FIRST + 3));
+    EXPECT_TRUE(IsGrayed(menu, CMD_GO_TO_BOOKMARK_FIRST + 4));
+    EXPECT_TRUE(IsChecked(menu, CMD_SET_BOOKMARK_FIRST + 3));
+    EXPECT_FALSE(IsChecked(menu, CMD_SET_BOOKMARK_FIRST + 4));
+}
+
+// ---- the tool bars ----
+
+TEST_F(MainWindowTest, AToolBarIsMadeOnceAndShowsTheSameDocuments) {
+    ShowToolBar(ToolBar::kNavigate);
+    const WindowHandle bar = TheAppState().navigateBar;
+    ShowToolBar(ToolBar::kNavigate);
+
+    ASSERT_NE(bar, nullptr);
+    EXPECT_EQ(TheAppState().navigateBar, bar);
+    EXPECT_EQ(BarPopup(bar, BARPOPUP_WINDOWS), BarPopup(TheAppState().menuBar, BARPOPUP_WINDOWS));
+}
+
+TEST_F(MainWindowTest, ClosingAToolBarKeepsTheDocumentsPopup) {
+    ShowToolBar(ToolBar::kUndo);
+    CloseToolBar(ToolBar::kUndo);
+    CloseToolBar(ToolBar::kUndo);
+
+    EXPECT_EQ(TheAppState().undoBar, nullptr);
+    EXPECT_TRUE(IsMenu(Popup(BARPOPUP_WINDOWS)));
+}
+
+TEST_F(MainWindowTest, TheUndoBarShowsGroupUndoAndWhatCanBeUndone) {
+    TheAppState().groupUndo = 1;
+
+    ShowToolBar(ToolBar::kUndo);
+
+    const HWND bar = ToHwnd(TheAppState().undoBar);
+    EXPECT_TRUE(SendMessageW(bar, TB_ISBUTTONPRESSED, CMD_GROUP_UNDO, 0));
+    EXPECT_FALSE(SendMessageW(bar, TB_ISBUTTONENABLED, CMD_UNDO, 0));
+}
+
+}  // namespace
+}  // namespace nira
