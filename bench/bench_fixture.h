@@ -1,5 +1,5 @@
-// What every measurement starts from: the product's code on the native platform, with a window of the reference
-// screen's size and text measured in a stored proportional font.
+// What every measurement starts from: the product's code on the native platform, with a window of the
+// reference screen's size and text measured in a stored proportional font.
 #pragma once
 
 #include <string>

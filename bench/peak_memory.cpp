@@ -1,4 +1,5 @@
-// Loads one file and prints the process's peak memory in bytes, for the measurement of memory against file size.
+// Loads one file and prints the process's peak memory in bytes, for the measurement of memory against file
+// size.
 #include <sys/resource.h>
 
 #include <cstdio>
