@@ -3,8 +3,8 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -116,7 +116,7 @@ class AppTest : public ::testing::Test {
     void CheckList() const {
         const AppState& app = TheAppState();
         ASSERT_EQ(popup_.items.size(), static_cast<size_t>(app.bufferCount));
-        EXPECT_GE(MemSize(nullptr, app.buffers), static_cast<size_t>(app.bufferCount) * sizeof(Editor*));
+        EXPECT_GE(MemSize(nullptr, app.buffers), static_cast<size_t>(app.bufferCount) * sizeof(void*));
         const int shown = Shown() != nullptr ? BufferIndex(Shown()) : -1;
         EXPECT_TRUE(Shown() == nullptr || shown >= 0);
         for (int i = 0; i < app.bufferCount; ++i) {

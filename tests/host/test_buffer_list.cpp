@@ -250,12 +250,12 @@ TEST_F(BufferListTest, OpeningIsWholeOrNothingWhenMemoryRunsOut) {
 TEST_F(BufferListTest, TheArrayIsAsLongAsTheList) {
     for (int count = 1; count <= 3; ++count) {
         NewBuffer();
-        EXPECT_EQ(MemSize(nullptr, TheAppState().buffers), static_cast<size_t>(count) * sizeof(Editor*));
+        EXPECT_EQ(MemSize(nullptr, TheAppState().buffers), static_cast<size_t>(count) * sizeof(void*));
     }
 
     CloseBuffer(1, false);
 
-    EXPECT_EQ(MemSize(nullptr, TheAppState().buffers), 2 * sizeof(Editor*));
+    EXPECT_EQ(MemSize(nullptr, TheAppState().buffers), 2 * sizeof(void*));
 }
 
 TEST_F(BufferListTest, HoldsTwoThousandDocuments) {
