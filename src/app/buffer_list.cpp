@@ -128,11 +128,9 @@ int AddBuffer(Editor* buffer, bool untitled) {
 }
 
 void ActivateBuffer(Editor* buffer) {
-    buffer->markMode = 0;
     SetCurrentEditor(buffer);
     // By every road: a document that is shown must be the one with the mark, also after a close or an open.
     MarkInMenu(BufferIndex(buffer));
-    NotifyRepaint(buffer);
 }
 
 void ActivateBufferById(uint32_t id) {

@@ -158,6 +158,18 @@ TEST_F(BufferListTest, ActivationMarksTheShownDocumentAndEndsMarkMode) {
     CheckList();
 }
 
+TEST_F(BufferListTest, ActivationPaintsOnce) {
+    static int paints;
+    NewBuffer();
+    NewBuffer();
+    paints = 0;
+    TheEditorEvents().repaint = [](Editor*) { ++paints; };
+
+    ActivateBufferById(CMD_BUFFER_FIRST);
+
+    EXPECT_EQ(paints, 1);
+}
+
 TEST_F(BufferListTest, IdentifiersWithoutADocumentDoNothing) {
     NewBuffer();
     NewBuffer();
