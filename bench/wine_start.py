@@ -1,0 +1,85 @@
+"""How long a Windows program takes from its start until its text is on the screen: NIRA with a file of 100 MB, and
+Wine's own notepad with one of 4 MB.
+
+    wine_start.py SCREEN FOLDER REPETITIONS      (by bench/wine_start.sh)
+
+SCREEN is the file that holds the virtual screen's pixels. A black pixel in the part of the screen where both
+programs show text, and neither a caption nor a menu, ends the measurement. Prints both medians in seconds as JSON.
+"""
+
+import json
+import mmap
+import os
+import statistics
+import struct
+import subprocess
+import sys
+import time
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+LEFT, TOP, RIGHT, BOTTOM = 20, 100, 300, 200
+TIMEOUT = 60
+
+
+class Screen:
+    """The pixels of an X window dump that the server keeps up to date."""
+
+    def __init__(self, path):
+        self.file = open(path, "rb")
+        self.map = mmap.mmap(self.file.fileno(), 0, access=mmap.ACCESS_READ)
+        header = struct.unpack(">25I", self.map[:100])
+        self.start = header[0] + header[19] * 12  # header, then the colour map
+        self.stride = header[12]
+
+    def has_text(self):
+        for y in range(TOP, BOTTOM, 2):
+            row = self.start + y * self.stride
+            pixels = self.map[row + LEFT * 4:row + RIGHT * 4]
+            if any(pixels[i:i + 3] == b"\0\0\0" for i in range(0, len(pixels), 4)):
+                return True
+        return False
+
+
+def wait(screen, wanted):
+    end = time.monotonic() + TIMEOUT
+    while screen.has_text() != wanted:
+        if time.monotonic() > end:
+            sys.exit("the screen did not come to show " + ("text" if wanted else "nothing"))
+        time.sleep(0.002)
+
+
+def windows_path(path):
+    return "Z:" + os.path.abspath(path).replace("/", "\\")
+
+
+def time_start(screen, command):
+    wait(screen, False)
+    started = time.monotonic()
+    program = subprocess.Popen(["wine", *command], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                               stderr=subprocess.DEVNULL)
+    wait(screen, True)
+    seconds = time.monotonic() - started
+    program.kill()
+    program.wait()
+    return seconds
+
+
+def main():
+    screen = Screen(sys.argv[1])
+    folder, repetitions = sys.argv[2], int(sys.argv[3])
+    keeper = subprocess.Popen(["wine", os.path.join(ROOT, "build/windows/tests/nira_probe.exe"), "stay"],
+                              stdin=subprocess.PIPE)
+    time.sleep(2)  # the desktop paints itself
+    nira = [os.path.join(ROOT, "build/windows/nira.exe"), windows_path(os.path.join(folder, "log100.txt"))]
+    notepad = ["notepad", windows_path(os.path.join(folder, "log4.txt"))]
+    times = {"nira": [], "notepad": []}
+    for _ in range(repetitions):
+        times["nira"].append(time_start(screen, nira))
+        times["notepad"].append(time_start(screen, notepad))
+    keeper.stdin.close()
+    keeper.wait()
+    print(json.dumps({name: statistics.median(values) for name, values in times.items()}))
+
+
+if __name__ == "__main__":
+    main()
