@@ -16,3 +16,8 @@ if(NIRA_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
+
+if(NIRA_FUZZ)
+  # Coverage of the code under test; the targets themselves add libFuzzer's own main.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -19,10 +19,11 @@ uint32_t LineArrayCapacityFor(uint32_t count) { return count / 10 * 10 + 10; }
 
 void ReserveLines(Editor* editor, uint32_t count) {
     LineIndexReserve(editor->index, count);
-    const uint32_t total = editor->lineCount + count;
+    // What is reported as allocated must be there, not only what is used.
+    const uint32_t needed = LineArrayCapacityFor(editor->lineCount + count);
     const uint32_t room = Room(editor);
-    if (total <= room) return;
-    const uint32_t wanted = std::max(LineArrayCapacityFor(total), room + room / 2);
+    if (needed <= room) return;
+    const uint32_t wanted = std::max(needed, room + room / 2);
     editor->lines = MemReAllocArray(editor->heap, editor->lines, wanted);
 }
 
