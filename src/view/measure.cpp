@@ -132,6 +132,17 @@ FitResult FitBySystem(MeasureContext* context, const char16_t* text, uint32_t le
     return {count, Saturate(width)};
 }
 
+// Whether a unit that the system would count into a row of `room` pixels must be shaped. Expanded tabs end a
+// row earlier, but by how much depends on what the system has counted.
+bool ShapedWithin(MeasureContext* context, const char16_t* text, uint32_t length, int64_t room) {
+    for (uint32_t i = 0; i < length && room >= 0; ++i) {
+        int32_t width = context->advances->widths[text[i]];
+        if (width < 0 && !LearnAdvance(context, text[i], &width)) return true;
+        room -= width;
+    }
+    return false;
+}
+
 // One pass for both limits of a run with tabs: the system's own count takes tabs as glyphs, and expanding
 // them can only shorten it. False when a unit within reach must be shaped.
 bool FitBySums(MeasureContext* context, const char16_t* text, uint32_t length, int32_t tabSize,
@@ -147,7 +158,11 @@ bool FitBySums(MeasureContext* context, const char16_t* text, uint32_t length, i
         if (width < 0 && !LearnAdvance(context, text[count], &width)) return false;
         const int64_t grown = expanded + (text[count] == kTab ? tabWidth : width);
         glyphs += width;
-        if (glyphs > maxWidth || grown > maxWidth) break;
+        if (glyphs > maxWidth) break;
+        if (grown > maxWidth) {
+            if (ShapedWithin(context, text + count + 1, length - count - 1, maxWidth - glyphs)) return false;
+            break;
+        }
         expanded = grown;
     }
     *result = {count, Saturate(expanded)};
