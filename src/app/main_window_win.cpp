@@ -157,8 +157,11 @@ LRESULT CALLBACK MainWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
     return result;
 }
 
-// The frame asks this before it closes: the same questions as Exit.
+// The frame asks this before it closes: the same questions as Exit. The end of the session may ask while the
+// person still answers another question: a second round would destroy the document that the first one holds.
+// With no document left it is Exit itself that closes.
 bool MayClose() {
+    if (TheAppState().bufferCount > 0 && MustWait()) return false;
     bool closed = false;
     BeginBusy();
     Guarded([&] { closed = CloseAllBuffers(true) != 0; });

@@ -180,6 +180,20 @@ def test_the_end_of_the_session_asks_about_a_changed_text(opened, answer):
         assert nira.title() == "notes.txt *"
 
 
+def test_the_session_does_not_end_while_a_question_is_open(opened):
+    nira, path = opened(b"one\r\n")
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    key("ctrl+q")
+    box = nira.wait_box("File modified")
+    assert nira_driver.probe("end-session").strip() == "0"
+    nira.answer(box, "Cancel")
+    assert nira.no_box()
+    assert nira.title() == "notes.txt *"
+    save(nira, path)
+    assert path.read_bytes() == b"xone\r\n"
+
+
 def test_a_second_start_hands_its_file_to_the_first(opened, start, tmp_path):
     nira, _ = opened(b"one\r\n")
     other = tmp_path / "the other é.txt"
