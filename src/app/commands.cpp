@@ -14,7 +14,9 @@
 #include "files/recent_files.h"
 #include "platform/surface.h"
 #include "resources/resource.h"
+#include "view/clipboard_editing.h"
 #include "view/editing.h"
+#include "view/indentation.h"
 #include "view/navigation.h"
 #include "view/scroll.h"
 #include "view/undo_apply.h"
@@ -97,6 +99,26 @@ intptr_t OnEdit(WindowHandle, uint32_t, uintptr_t, intptr_t) {
     return 0;
 }
 
+void CopyCommand(Editor* editor) { CopySelection(editor); }
+
+// Pastes as the Options say, or the other way.
+template <bool other>
+intptr_t OnPaste(WindowHandle, uint32_t, uintptr_t, intptr_t) {
+    if (Shown() == nullptr) return 0;
+    const bool smart = TheOptions().pasteMode != 0;
+    ShowWaitPointer();
+    Paste(Shown(), other ? !smart : smart);
+    RestorePointer();
+    return 0;
+}
+
+template <void (*indent)(Editor*)>
+intptr_t OnIndent(WindowHandle, uint32_t, uintptr_t, intptr_t) {
+    if (Shown() != nullptr) indent(Shown());
+    ShowToolBar(ToolBar::kIndent);
+    return 0;
+}
+
 template <bool undo>
 intptr_t OnUndo(WindowHandle, uint32_t, uintptr_t, intptr_t) {
     if (Shown() != nullptr) UndoApply(Shown(), undo, TheAppState().groupUndo != 0);
@@ -137,12 +159,18 @@ constexpr MessageEntry kCommands[] = {
     {CMD_CLOSE, OnClose},
     {CMD_CLOSE_ALL, OnCloseAll},
     {CMD_TOGGLE_WRAP, OnToggleWrap},
+    {CMD_CUT, OnEdit<CutSelection>},
+    {CMD_COPY, OnEdit<CopyCommand>},
+    {CMD_PASTE, OnPaste<false>},
+    {CMD_PASTE_OTHER, OnPaste<true>},
     {CMD_CLEAR, OnEdit<DeleteForward>},
     {CMD_SELECT_ALL, OnEdit<SelectAll>},
     {CMD_MARK_START, OnEdit<MarkStart>},
     {CMD_MARK_END, OnEdit<MarkEnd>},
     {CMD_UNDO, OnUndo<true>},
     {CMD_REDO, OnUndo<false>},
+    {CMD_INDENT_MORE, OnIndent<IncreaseIndent>},
+    {CMD_INDENT_LESS, OnIndent<DecreaseIndent>},
     {CMD_PAGE_UP, OnNavigate<MovePageUp>},
     {CMD_PAGE_DOWN, OnNavigate<MovePageDown>},
     {CMD_FILE_BOTTOM, OnNavigate<MoveToEnd>},

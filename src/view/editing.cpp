@@ -17,14 +17,6 @@ uint32_t CaretLineNumber(const Editor* editor) { return static_cast<uint32_t>(ed
 
 uint32_t CaretColumn(const Editor* editor) { return static_cast<uint32_t>(editor->caretColumn); }
 
-// Inserts at the caret and moves it behind `characters`.
-bool InsertAndMove(Editor* editor, const char16_t* text, uint32_t units) {
-    const int32_t pairs = TextInsert(editor, CaretLineNumber(editor), CaretColumn(editor), text, units);
-    if (pairs == kTextFailed) return false;
-    MoveCaretBy(editor, int64_t{units} - pairs);
-    return true;
-}
-
 bool DeleteOneCharacter(Editor* editor) {
     const uint32_t line = CaretLineNumber(editor);
     const bool atEnd = line + 1 == editor->lineCount && CaretColumn(editor) == editor->lines[line].length;
@@ -34,6 +26,13 @@ bool DeleteOneCharacter(Editor* editor) {
 }
 
 }  // namespace
+
+bool InsertBehindCaret(Editor* editor, const char16_t* text, uint32_t units) {
+    const int32_t pairs = TextInsert(editor, CaretLineNumber(editor), CaretColumn(editor), text, units);
+    if (pairs == kTextFailed) return false;
+    MoveCaretBy(editor, int64_t{units} - pairs);
+    return true;
+}
 
 bool DeleteSelection(Editor* editor) {
     if (!HasSelection(editor)) {
@@ -59,7 +58,7 @@ bool DeleteSelection(Editor* editor) {
 }
 
 void InsertAtCaret(Editor* editor, const char16_t* text, uint32_t units) {
-    if (DeleteSelection(editor)) InsertAndMove(editor, text, units);
+    if (DeleteSelection(editor)) InsertBehindCaret(editor, text, units);
     NotifyRepaint(editor);
 }
 
@@ -74,7 +73,7 @@ void NewLine(Editor* editor) {
     if (made) {
         text[0] = kLineFeed;
         if (indent > 0) std::memcpy(text + 1, editor->lines[line].text, indent * sizeof(char16_t));
-        InsertAndMove(editor, text, indent + 1);
+        InsertBehindCaret(editor, text, indent + 1);
         MemFree(nullptr, text);
     }
     NotifyRepaint(editor);

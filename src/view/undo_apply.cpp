@@ -4,6 +4,7 @@
 #include "engine/text.h"
 #include "engine/window_state.h"
 #include "platform/surface.h"
+#include "view/indentation.h"
 #include "view/navigation.h"
 
 namespace nira {
@@ -40,6 +41,11 @@ bool PerformEntry(Editor* editor, const UndoEntry& entry) {
             if (!InsertJournalText(editor, entry)) return false;
             MoveCaretBy(editor, entry.size);
             return true;
+        case UndoKind::kRestoreIndent:
+            if (!RestoreIndent(editor, entry)) return false;
+            break;
+        case UndoKind::kRepeatIndent:
+            return RepeatIndent(editor, entry);
         default:
             return false;
     }

@@ -1,0 +1,166 @@
+#include "view/indentation.h"
+
+#include <algorithm>
+
+#include "app/services/memory.h"
+#include "base/utf16.h"
+#include "engine/text.h"
+#include "view/indent_record.h"
+#include "view/layout.h"
+#include "view/scroll.h"
+
+namespace nira {
+
+namespace {
+
+// A tab's columns. Tabs drawn as glyphs (-1) have no fixed number of them and are never written by indenting.
+int64_t TabColumns() { return std::max<int64_t>(0, OptionsTabSize()); }
+
+uint32_t Indentation(const Editor* editor, uint32_t line) {
+    return LineIndent(editor, line, nullptr, nullptr);
+}
+
+// The new width of a line; equal to the old one when the line stays as it is.
+int64_t NewWidth(const Editor* editor, uint32_t line, int64_t delta) {
+    const int64_t width = IndentWidth(editor->lines[line].text, Indentation(editor, line));
+    return std::max<int64_t>(0, width + delta);
+}
+
+bool AnyLineChanges(const Editor* editor, uint32_t first, uint32_t last, int64_t delta) {
+    for (uint32_t i = first; i <= last; ++i) {
+        if (NewWidth(editor, i, delta) != IndentWidth(editor->lines[i].text, Indentation(editor, i)))
+            return true;
+    }
+    return false;
+}
+
+void ShiftColumn(int32_t* column, int64_t change) {
+    *column = static_cast<int32_t>(std::max<int64_t>(0, *column + change));
+}
+
+// Replaces a line's first `old` units by tabs and spaces; caret and anchor on it move along. Unwinds.
+void ReplaceIndent(Editor* editor, uint32_t at, uint32_t old, const char16_t* indent, uint32_t length) {
+    LineRecord* line = &editor->lines[at];
+    ReserveLineText(editor, line, line->length - old + length);
+    SpliceReserved(editor, line, 0, old, indent, length);
+    const int64_t change = int64_t{length} - old;
+    if (editor->caret.line == static_cast<int32_t>(at)) ShiftColumn(&editor->caretColumn, change);
+    if (editor->anchorColumn != kNoSelection && editor->anchor.line == static_cast<int32_t>(at)) {
+        ShiftColumn(&editor->anchorColumn, change);
+    }
+}
+
+// A growing scratch text for the indentations of many lines.
+struct Scratch {
+    char16_t* text;
+
+    char16_t* Room(size_t units) {
+        if (MemSize(nullptr, text) < units * sizeof(char16_t)) text = MemReAllocArray(nullptr, text, units);
+        return text;
+    }
+};
+
+void IndentLine(Editor* editor, uint32_t line, int64_t delta, Scratch* scratch) {
+    const uint32_t old = Indentation(editor, line);
+    const int64_t width = NewWidth(editor, line, delta);
+    if (width == IndentWidth(editor->lines[line].text, old)) return;
+    const int64_t tabColumns = TabColumns();
+    const auto tabs = static_cast<uint32_t>(tabColumns > 0 ? width / tabColumns : 0);
+    const auto spaces = static_cast<uint32_t>(tabColumns > 0 ? width % tabColumns : width);
+    char16_t* text = scratch->Room(size_t{tabs} + spaces + 1);
+    std::fill_n(text, tabs, kTab);
+    std::fill_n(text + tabs, spaces, kSpace);
+    ReplaceIndent(editor, line, old, text, tabs + spaces);
+}
+
+void RecordIndents(Editor* editor, uint32_t first, uint32_t last, int64_t delta) {
+    IndentWriter writer = {};
+    const bool recorded = Guarded([&] {
+        const auto columns = static_cast<int32_t>(std::clamp<int64_t>(delta, INT16_MIN, INT16_MAX));
+        BeginIndentRecord(&writer, editor->heap, last - first + 1, columns);
+        for (uint32_t i = first; i <= last; ++i) {
+            WriteIndent(&writer, editor->lines[i].text, Indentation(editor, i));
+        }
+        UndoAddIndent(editor->undo, editor->modified, first, writer.data, writer.size);
+    });
+    if (recorded) return;
+    MemFree(editor->heap, writer.data);
+    OutOfMemory(false);
+}
+
+// After lines first..last may have changed: their layout, the caret, the picture.
+void FinishIndent(Editor* editor, uint32_t first, uint32_t last) {
+    Guarded([&] { LinesMeasure(editor, first, last + 1); });
+    UpdateCaretPixels(editor);
+    UpdateAnchorRow(editor);
+    EnsureCaretVisible(editor, kCaretMargin);
+    NotifyRepaint(editor);
+}
+
+void IndentSelection(Editor* editor, int64_t delta) {
+    int32_t first = editor->caret.line;
+    int32_t last = first;
+    if (editor->anchorColumn != kNoSelection) {
+        first = std::min(first, editor->anchor.line);
+        last = std::max(last, editor->anchor.line);
+    }
+    const bool selected = HasSelection(editor);
+    IndentLines(editor, static_cast<uint32_t>(first), static_cast<uint32_t>(last), delta);
+    if (selected != HasSelection(editor)) NotifySelection(editor);
+}
+
+}  // namespace
+
+int64_t IndentWidth(const char16_t* blanks, uint32_t count) {
+    int64_t width = 0;
+    for (uint32_t i = 0; i < count; ++i) width += blanks[i] == kTab ? TabColumns() : 1;
+    return width;
+}
+
+void IncreaseIndent(Editor* editor) { IndentSelection(editor, TabColumns()); }
+
+void DecreaseIndent(Editor* editor) { IndentSelection(editor, -TabColumns()); }
+
+bool IndentLines(Editor* editor, uint32_t first, uint32_t last, int64_t delta) {
+    if (!AnyLineChanges(editor, first, last, delta)) return true;
+    Scratch scratch = {};
+    bool recorded = (editor->flags & kFlagNoUndo) != 0;
+    const bool done = Guarded([&] {
+        if (!recorded) {
+            RecordIndents(editor, first, last, delta);
+            recorded = true;
+            NotifyUndoState(editor);
+            SetModified(editor, 1);
+        }
+        for (uint32_t i = first; i <= last; ++i) IndentLine(editor, i, delta, &scratch);
+    });
+    MemFree(nullptr, scratch.text);
+    if (recorded) FinishIndent(editor, first, last);
+    return done;
+}
+
+bool RestoreIndent(Editor* editor, const UndoEntry& entry) {
+    const uint32_t first = entry.line;
+    const uint32_t end = std::min(first + IndentRecordLines(entry.indent), editor->lineCount);
+    IndentReader reader = ReadIndentRecord(entry.indent, entry.size);
+    Scratch scratch = {};
+    const bool done = Guarded([&] {
+        for (uint32_t i = first; i < end; ++i) {
+            const uint32_t length = ReadIndentLength(&reader);
+            char16_t* text = scratch.Room(size_t{length} + 1);
+            ReadIndentUnits(&reader, text, length);
+            ReplaceIndent(editor, i, Indentation(editor, i), text, length);
+        }
+    });
+    MemFree(nullptr, scratch.text);
+    FinishIndent(editor, first, end - 1);
+    return done;
+}
+
+bool RepeatIndent(Editor* editor, const UndoEntry& entry) {
+    const auto first = static_cast<uint32_t>(editor->caret.line);
+    const uint32_t last = std::min(first + IndentRecordLines(entry.indent), editor->lineCount) - 1;
+    return IndentLines(editor, first, last, IndentRecordDelta(entry.indent));
+}
+
+}  // namespace nira
