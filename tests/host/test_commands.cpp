@@ -15,9 +15,9 @@ class CommandsTest : public AppTest {
 };
 
 TEST_F(CommandsTest, TheTableIsInItsFixedOrder) {
-    const std::vector<uint32_t> expected = {7005, 7018, 7001, 7002, 7003, 7004, 7034, 7011, 7012,
-                                            7021, 7009, 7010, 7029, 7030, 7019, 7020, 7027, 7028,
-                                            7026, 7025, 1066, 1031, 1033, 1034, 1068, 1078};
+    const std::vector<uint32_t> expected = {7005, 7018, 7001, 7002, 7003, 7004, 7034, 7011, 7012, 7021, 7006,
+                                            7007, 7008, 7033, 7009, 7010, 7029, 7030, 7019, 7020, 7031, 7032,
+                                            7027, 7028, 7026, 7025, 1066, 1031, 1033, 1034, 1068, 1078};
     const MessageTable table = CommandTable();
     std::vector<uint32_t> identifiers;
     for (size_t i = 0; i < table.count; ++i) identifiers.push_back(table.entries[i].identifier);
