@@ -66,7 +66,6 @@ void EditorReset(Editor* editor) {
     editor->lineCapacity = kFirstLines;
     editor->caretColumn = 0;
     editor->anchorColumn = kNoSelection;
-    editor->modified = 0;
     editor->scrollX = editor->scrollY = 0;
     editor->caretX = editor->caretY = 0;
     editor->widestLine = 0;
@@ -77,6 +76,7 @@ void EditorReset(Editor* editor) {
     editor->layoutLimit = 0;
     editor->layoutMixed = 0;
     editor->wordWrap = static_cast<int16_t>(TheOptions().wordWrapDefault != 0 ? 1 : 0);
+    SetModified(editor, 0);
     UpdateScrollBars(editor);
 }
 
