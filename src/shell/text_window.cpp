@@ -120,6 +120,12 @@ LRESULT CALLBACK TextWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
                 return TRUE;
             }
             break;
+        case WM_SYSCOMMAND:
+            // Alt with a letter ends at the window with the keyboard; the menus are the frame's.
+            if ((wParam & 0xFFF0) == SC_KEYMENU) {
+                return SendMessageW(GetAncestor(window, GA_ROOT), message, wParam, lParam);
+            }
+            break;
         case WM_NCDESTROY:
             FreeRecord(DetachRecord(window, TextWindowProc, kRecordName));
             break;

@@ -12,6 +12,7 @@ namespace shell {
 //   up;
 // - holds the mouse from WM_LBUTTONDOWN to WM_LBUTTONUP, and gets WM_LBUTTONUP also when the mouse is taken
 // from it;
+// - lets Alt with a letter reach the menus of its top-level window;
 // - gets no stray characters (IsStrayCharacter);
 // - shows the text pointer.
 // False with the last error set on failure.

@@ -132,6 +132,34 @@ def test_a_failed_save_keeps_the_text(opened):
     assert path.read_bytes() == b"xone\r\n"
 
 
+def escape_box(nira, title):
+    nira_driver.wait_for(f"dialog '{title}'", lambda: any(window.text == title for window in nira_driver.windows()))
+    key("Escape")
+    nira_driver.wait_for("end of the dialog", nira.no_box)
+
+
+COMMANDS = {
+    "cancelled menu": lambda nira: key("F10", "Escape", "Escape"),
+    "about": lambda nira: (key("alt+f", "a"), escape_box(nira, "About")),
+    "cancelled save as": lambda nira: (key("alt+f", "v"), escape_box(nira, "Save file")),
+    "cancelled open": lambda nira: (key("ctrl+o"), escape_box(nira, "Open file")),
+    "cancelled leaving": lambda nira: (type_text("y"), key("ctrl+q"), escape_box(nira, "File modified")),
+    "undo": lambda nira: key("ctrl+z"),
+    "page down": lambda nira: key("alt+n", "d"),
+    "toggle wrap": lambda nira: key("alt+b", "t"),
+}
+
+
+@pytest.mark.parametrize("command", COMMANDS)
+def test_after_a_command_the_keyboard_is_back_at_the_text(opened, command):
+    nira, path = opened(b"one\r\n")
+    COMMANDS[command](nira)
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    save(nira, path)
+    assert b"x" in path.read_bytes()
+
+
 def test_leaving_without_a_change_asks_nothing(opened):
     nira, path = opened(b"one\r\n")
     key("ctrl+q")
