@@ -138,6 +138,16 @@ bool SaveQuietly(Saving* saving, uint32_t* message) {
     return saved;
 }
 
+// A null path is that of an untitled document, which has its number back.
+void RestoreName(Editor* editor, char16_t* path, uintptr_t number) {
+    if (path != nullptr) {
+        SetEditorPath(editor, path);
+    } else {
+        editor->path = nullptr;
+        editor->untitledNumber = number;
+    }
+}
+
 }  // namespace
 
 int Save(Editor* editor) {
@@ -163,18 +173,14 @@ int SaveAs(Editor* editor, char16_t* path, uint32_t codecIndex, uint32_t lineEnd
     const int saved = Save(editor);
     if (saved != 0) {
         MemFree(nullptr, oldPath);
-        if (TheEditorEvents().titleChanged != nullptr) TheEditorEvents().titleChanged();
-        return saved;
-    }
-    MemFree(nullptr, path);
-    editor->codecId = oldCodec;
-    editor->lineEnd = oldLineEnd;
-    if (oldPath != nullptr) {
-        SetEditorPath(editor, oldPath);
     } else {
-        editor->path = nullptr;
-        editor->untitledNumber = oldNumber;
+        MemFree(nullptr, path);
+        editor->codecId = oldCodec;
+        editor->lineEnd = oldLineEnd;
+        RestoreName(editor, oldPath, oldNumber);
     }
+    // Also after a failure: the flag was cleared under the new name, and the title has shown it since.
+    if (TheEditorEvents().titleChanged != nullptr) TheEditorEvents().titleChanged();
     return saved;
 }
 

@@ -127,6 +127,17 @@ TEST_F(BufferSavingTest, SaveAsThatFailsKeepsPathCodecAndLineEnd) {
     EXPECT_EQ(popup_.items[0].text, u"a.txt");
 }
 
+TEST_F(BufferSavingTest, SaveAsThatFailsHalfWayLeavesTheOldNameInTheTitle) {
+    OpenModified("a.txt");
+    TheStandIns().answers = {{PathOf("b.txt"), kCodecUtf8, kLineEndCr}};
+    FaultScope fault(FaultPoint::kFileWrite, {.howMany = kFaultForever});
+
+    EXPECT_EQ(SaveBufferAs(Shown()), 0);
+
+    EXPECT_EQ(Caption(), u"a.txt");
+    EXPECT_EQ(Shown()->saveFailed, 1);
+}
+
 TEST_F(BufferSavingTest, SaveAsSurvivesRunningOutOfMemory) {
     NewBuffer();
     Type(u"x");
