@@ -129,6 +129,14 @@ void SetPages(Editor* editor) {
     SetHorizontalPage(Client().width);
 }
 
+// The system cuts a position to the range and page it has, and a page to the range: a smaller page must come
+// before the positions, a larger one behind the ranges.
+void UpdatePagesAndBars(Editor* editor) {
+    SetPages(editor);
+    UpdateScrollBars(editor);
+    SetPages(editor);
+}
+
 // After every line may have other rows: caret and anchor are found anew, and the caret keeps its distance
 // from the top of the window.
 void KeepCaretOnScreen(Editor* editor, int32_t rowsBelowTop) {
@@ -138,7 +146,7 @@ void KeepCaretOnScreen(Editor* editor, int32_t rowsBelowTop) {
     editor->scrollY = Narrow(int64_t{editor->caret.row - rowsBelowTop} * editor->lineHeight);
     ClampHorizontal(editor);
     ClampVertical(editor);
-    UpdateScrollBars(editor);
+    UpdatePagesAndBars(editor);
     NoteCaretPlace(editor);
 }
 
@@ -206,10 +214,9 @@ void EnsureCaretVisible(Editor* editor, int32_t margin) {
 
 void ViewResized(Editor* editor) {
     UpdateCaretPixels(editor);
-    SetPages(editor);
     ClampHorizontal(editor);
     ClampVertical(editor);
-    UpdateScrollBars(editor);
+    UpdatePagesAndBars(editor);
     NotifyRepaint(editor);
 }
 
@@ -227,7 +234,6 @@ void ReapplyOptions(Editor* editor) {
     editor->lineHeight = static_cast<int16_t>(
         std::min(INT16_MAX + 0, LineHeight(TheWindowState().editorWindow, editor->textStyle->font)));
     Guarded([&] { EditorMeasureAll(editor); });
-    SetPages(editor);
     KeepCaretOnScreen(editor, rowsBelowTop);
     NotifyRepaint(editor);
 }
@@ -237,12 +243,11 @@ void RestoreView(Editor* editor) {
         ReapplyOptions(editor);
         return;
     }
-    SetPages(editor);
     UpdateCaretPixels(editor);
     UpdateAnchorRow(editor);
     ClampHorizontal(editor);
     ClampVertical(editor);
-    UpdateScrollBars(editor);
+    UpdatePagesAndBars(editor);
     NoteCaretPlace(editor);
     NotifyRepaint(editor);
 }

@@ -39,11 +39,12 @@ TEST_F(Scroll, HorizontalCodesMoveByPixelsAndWindows) {
         {kScrollLineBack, 490},    {kScrollLineForward, 510}, {kScrollPageBack, 300},
         {kScrollPageForward, 700}, {kScrollThumbTrack, 777},  {kScrollToStart, 0},
         {kScrollToEnd, 1402},      {kScrollAutoBack, 480},    {kScrollAutoForward, 520}};
-    for (const auto& [code, x] : codes) {
+    for (const auto& entry : codes) {
+        const int32_t code = entry.first;
         editor_->scrollX = 500;
         Do([&] { ScrollHorizontal(editor_, code); });
-        EXPECT_EQ(editor_->scrollX, x) << code;
-        EXPECT_EQ(window_.horizontal.position, x);
+        EXPECT_EQ(editor_->scrollX, entry.second) << code;
+        EXPECT_EQ(window_.horizontal.position, entry.second);
     }
     EXPECT_EQ(TheNews().repaints, 9);
 }
