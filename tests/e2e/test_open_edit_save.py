@@ -76,8 +76,10 @@ def test_keys_without_a_command_type_no_control_characters(opened):
     assert path.read_bytes() == b"xone\r\n"
 
 
-def test_a_path_with_blanks_and_letters_of_many_scripts(opened):
-    nira, path = opened(b"old\r\n", "mein Ordner é/Grüße an 東京.txt")
+@pytest.mark.parametrize("name", ["mein Ordner é/Grüße an 東京.txt", "it's 100% & (a) [b] ;,=^!/-c %s.txt",
+                                  "no dot/.hidden"])
+def test_a_path_with_blanks_and_letters_of_many_scripts(opened, name):
+    nira, path = opened(b"old\r\n", name)
     type_text("new ")
     nira.wait_title(path.name + " *")
     save(nira, path)
@@ -97,17 +99,21 @@ def test_a_relative_path(start, tmp_path):
         nira.kill()
 
 
-@pytest.mark.parametrize("kind", ["missing", "folder"])
+# No Windows program can name a file with a double quote.
+@pytest.mark.parametrize("kind", ["missing", "folder", 'quo"te'])
 def test_what_cannot_be_read_is_reported_and_the_program_goes_on(start, tmp_path, kind):
     path = tmp_path / "gone"
     if kind == "folder":
         path.mkdir()
+    if kind == 'quo"te':
+        path = tmp_path / kind
+        path.write_bytes(b"one\r\n")
     nira = start(path)
     box = nira.wait_box("Error")
     assert "Error reading file" in box.texts("Static")
     nira.answer(box, "OK")
     nira.wait_title("Untitled1")
-    assert path.exists() == (kind == "folder")
+    assert path.exists() == (kind in ("folder", 'quo"te'))
     key("ctrl+q")
     assert nira.wait_exit() == 0
 
@@ -191,6 +197,38 @@ def test_leaving_asks_about_a_changed_text(opened, way, answer):
     else:
         assert nira.wait_exit() == 0
     assert path.read_bytes() == (b"xone\r\n" if answer == "Yes" else b"one\r\n")
+
+
+@pytest.mark.parametrize("way", LEAVING)
+def test_leaving_stops_when_the_save_fails(opened, way):
+    nira, path = opened(b"one\r\n")
+    path.chmod(0o444)
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    LEAVING[way](nira)
+    nira.answer(nira.wait_box("File modified"), "Yes")
+    nira.answer(nira.wait_box("Error"), "OK")
+    assert path.read_bytes() == b"one\r\n"
+    type_text("y")
+    path.chmod(0o644)
+    key("ctrl+q")
+    nira.answer(nira.wait_box("File modified"), "Yes")
+    assert nira.wait_exit() == 0
+    assert path.read_bytes() == b"xyone\r\n"
+
+
+def test_the_session_goes_on_when_the_save_fails(opened):
+    nira, path = opened(b"one\r\n")
+    path.chmod(0o444)
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    with concurrent.futures.ThreadPoolExecutor() as pool:
+        session = pool.submit(nira_driver.probe, "end-session")
+        nira.answer(nira.wait_box("File modified"), "Yes")
+        nira.answer(nira.wait_box("Error"), "OK")
+        assert session.result().strip() == "0"
+    assert nira.is_running()
+    assert path.read_bytes() == b"one\r\n"
 
 
 @pytest.mark.parametrize("answer", ["Yes", "Cancel"])
