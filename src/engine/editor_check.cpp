@@ -48,8 +48,10 @@ const char* CheckLines(const Editor* editor, LineSums* sums) {
         const LineRecord& line = editor->lines[i];
         fault = CheckText(editor, line);
         if (fault == nullptr) fault = CheckBreaks(line);
-        const int32_t width = ContextTextWidth(&context, line.text, line.length, OptionsTabSize());
-        if (fault == nullptr && width != line.width) fault = "a line's width is not what it measures";
+        if (fault != nullptr) break;  // what is not a text cannot be measured
+        if (ContextTextWidth(&context, line.text, line.length, OptionsTabSize()) != line.width) {
+            fault = "a line's width is not what it measures";
+        }
         sums->rows += ExtraRows(line);
         sums->widest = std::max(sums->widest, line.width);
     }

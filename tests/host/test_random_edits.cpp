@@ -22,7 +22,7 @@ namespace nira {
 namespace {
 
 #ifdef NIRA_SANITIZED
-constexpr int kOperations = 6000;
+constexpr int kOperations = 12000;
 #else
 constexpr int kOperations = 100000;
 #endif
