@@ -166,6 +166,54 @@ def test_after_a_command_the_keyboard_is_back_at_the_text(opened, command):
     assert b"x" in path.read_bytes()
 
 
+def choose_file(nira, title, path):
+    """Types a name into the file dialog of that title."""
+    nira.wait_box(title)
+    key("alt+n")
+    key("ctrl+a")
+    type_text(nira_driver.windows_path(path))
+    key("Return")
+    nira_driver.wait_for("end of the dialog", nira.no_box)
+
+
+def test_a_new_text_is_saved_under_a_chosen_name(start, tmp_path):
+    nira = start()
+    nira.wait_title("Untitled1")
+    type_text("ab")
+    key("Return")
+    type_text("c")
+    nira.wait_title("Untitled1 *")
+    key("ctrl+s")
+    choose_file(nira, "Save file", tmp_path / "new.txt")
+    nira.wait_title("new.txt")
+    assert (tmp_path / "new.txt").read_bytes() == b"ab\r\nc"
+
+
+def test_a_chosen_file_is_opened(start, tmp_path):
+    (tmp_path / "notes.txt").write_bytes(b"one\r\n")
+    nira = start()
+    nira.wait_title("Untitled1")
+    key("ctrl+o")
+    choose_file(nira, "Open file", tmp_path / "notes.txt")
+    nira.wait_title("notes.txt")
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    save(nira, tmp_path / "notes.txt")
+    assert (tmp_path / "notes.txt").read_bytes() == b"xone\r\n"
+
+
+def test_leaving_stops_when_a_new_text_gets_no_name(start):
+    nira = start()
+    nira.wait_title("Untitled1")
+    type_text("x")
+    nira.wait_title("Untitled1 *")
+    key("alt+F4")
+    nira.answer(nira.wait_box("File modified"), "Yes")
+    escape_box(nira, "Save file")
+    assert nira.is_running()
+    assert nira.title() == "Untitled1 *"
+
+
 def test_leaving_without_a_change_asks_nothing(opened):
     nira, path = opened(b"one\r\n")
     key("ctrl+q")
