@@ -28,36 +28,51 @@ bool EnsureDevice(MeasureContext* context) {
     return true;
 }
 
-int32_t SystemExtent(MeasureContext* context, const char16_t* text, uint32_t length) {
+// 0, reported and noted in *failed, when the system cannot tell.
+int32_t SystemExtent(MeasureContext* context, const char16_t* text, uint32_t length, bool* failed = nullptr) {
     int32_t width = 0;
-    if (EnsureDevice(context) && !DeviceTextExtent(context->device, text, length, &width)) ReportLastError();
+    bool measured = EnsureDevice(context);
+    if (measured && !DeviceTextExtent(context->device, text, length, &width)) {
+        ReportLastError();
+        measured = false;
+    }
+    if (!measured && failed != nullptr) *failed = true;
     return width;
 }
 
 // Fonts with overhang (bitmap fonts made bold or slanted) draw a run wider than its units: they are not
 // summed.
-bool RunsAreSums(MeasureContext* context) {
+bool RunsAreSums(MeasureContext* context, bool* failed) {
     constexpr char16_t kSample[] = u"AVATo We.fi mW";
     constexpr uint32_t kLength = sizeof(kSample) / sizeof(kSample[0]) - 1;
     int32_t sum = 0;
-    for (uint32_t i = 0; i < kLength; ++i) sum += SystemExtent(context, kSample + i, 1);
-    return sum == SystemExtent(context, kSample, kLength);
+    for (uint32_t i = 0; i < kLength && !*failed; ++i) sum += SystemExtent(context, kSample + i, 1, failed);
+    return !*failed && sum == SystemExtent(context, kSample, kLength, failed);
 }
 
-// What every context needs to know of its font: asked of the system once a font.
+// A width as the table keeps it.
+int16_t TableWidth(int32_t width) {
+    const bool fits = width >= 0 && width <= std::numeric_limits<int16_t>::max();
+    return fits ? static_cast<int16_t>(width) : kAdvanceShaped;
+}
+
+// What every context needs to know of its font: asked of the system once a font. A failure is not kept; the
+// next context asks again.
 void LearnFont(MeasureContext* context) {
     const FontCacheEntry* entry = FindFontEntryByHandle(context->font);
     AdvanceTable* advances = entry != nullptr ? entry->advances : nullptr;
+    bool failed = false;
     if (advances == nullptr || !advances->measured) {
-        context->spaceWidth = SystemExtent(context, u" ", 1);
-        context->tabGlyphWidth = SystemExtent(context, u"\t", 1);
+        context->spaceWidth = SystemExtent(context, u" ", 1, &failed);
+        context->tabGlyphWidth = SystemExtent(context, u"\t", 1, &failed);
     }
-    if (advances == nullptr) return;
+    if (advances == nullptr || failed) return;
     if (!advances->measured) {
         advances->space = context->spaceWidth;
         advances->tabGlyph = context->tabGlyphWidth;
-        advances->summable = RunsAreSums(context);
-        advances->measured = true;
+        advances->widths[kTab] = TableWidth(advances->tabGlyph);
+        advances->summable = RunsAreSums(context, &failed);
+        advances->measured = !failed;
     }
     context->spaceWidth = advances->space;
     context->tabGlyphWidth = advances->tabGlyph;
@@ -68,9 +83,13 @@ void LearnFont(MeasureContext* context) {
 bool LearnAdvance(MeasureContext* context, char16_t unit, int32_t* width) {
     int16_t& known = context->advances->widths[unit];
     if (known == kAdvanceUnknown) {
-        const int32_t extent = IsShapedUnit(unit) ? -1 : SystemExtent(context, &unit, 1);
-        const bool fits = extent >= 0 && extent <= std::numeric_limits<int16_t>::max();
-        known = fits ? static_cast<int16_t>(extent) : kAdvanceShaped;
+        bool failed = false;
+        const int32_t extent = IsShapedUnit(unit) ? -1 : SystemExtent(context, &unit, 1, &failed);
+        if (failed) {
+            *width = 0;
+            return true;
+        }
+        known = TableWidth(extent);
     }
     *width = known;
     return known >= 0;
