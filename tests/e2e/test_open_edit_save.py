@@ -77,8 +77,8 @@ def test_keys_without_a_command_type_no_control_characters(opened):
 
 
 @pytest.mark.parametrize("name", ["mein Ordner é/Grüße an 東京.txt", "it's 100% & (a) [b] ;,=^!/-c %s.txt",
-                                  "no dot/.hidden"])
-def test_a_path_with_blanks_and_letters_of_many_scripts(opened, name):
+                                  "no dot/.hidden", "nul.txt", "aux.c", "dot at the end."])
+def test_the_file_of_exactly_the_given_name_is_opened_and_saved(opened, name):
     nira, path = opened(b"old\r\n", name)
     type_text("new ")
     nira.wait_title(path.name + " *")
