@@ -91,6 +91,16 @@ bool MoveToPoint(Editor* editor, int32_t x, int32_t y) {
     return true;
 }
 
+// Runs an operation of several steps and repaints once, behind the last of them.
+template <typename Operation>
+void PaintOnce(Editor* editor, Operation operation) {
+    editor->flags |= kFlagPaintDeferred;
+    operation();
+    const bool pending = (editor->flags & kFlagRepaintPending) != 0;
+    editor->flags &= ~(kFlagPaintDeferred | kFlagRepaintPending);
+    if (pending) NotifyRepaint(editor);
+}
+
 bool AtEdge(int32_t x, int32_t y) {
     const SurfaceSize client = SurfaceClientSize(TheWindowState().editorWindow);
     return x < kEdge || y < kEdge || x > client.width - kEdge || y > client.height - kEdge;
@@ -219,11 +229,13 @@ void DragStep(Editor* editor, int32_t x, int32_t y) {
         StopDragTimer();
         return;
     }
-    if (x < kEdge) ScrollHorizontal(editor, kScrollAutoBack);
-    if (x > client.width - kEdge) ScrollHorizontal(editor, kScrollAutoForward);
-    if (y < kEdge) ScrollVertical(editor, kScrollAutoBack);
-    if (y > client.height - kEdge) ScrollVertical(editor, kScrollAutoForward);
-    DragTo(editor, x, y);
+    PaintOnce(editor, [&] {
+        if (x < kEdge) ScrollHorizontal(editor, kScrollAutoBack);
+        if (x > client.width - kEdge) ScrollHorizontal(editor, kScrollAutoForward);
+        if (y < kEdge) ScrollVertical(editor, kScrollAutoBack);
+        if (y > client.height - kEdge) ScrollVertical(editor, kScrollAutoForward);
+        DragTo(editor, x, y);
+    });
 }
 
 void SelectAll(Editor* editor) {

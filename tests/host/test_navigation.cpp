@@ -363,6 +363,15 @@ TEST_F(Navigation, ADragStepScrollsTwentyPixelsSideways) {
     EXPECT_EQ(editor_->scrollX, before);
 }
 
+TEST_F(Navigation, ADragStepIsPaintedOnce) {
+    Fill(std::u16string(100, u'x') + std::u16string(50, u'\n'));
+    Do([&] { DragTo(editor_, 197, 78); });
+    Forget();
+    Do([&] { DragStep(editor_, 197, 78); });
+    EXPECT_EQ(TheNews().repaints, 1);
+    EXPECT_EQ(editor_->flags & (kFlagPaintDeferred | kFlagRepaintPending), 0u);
+}
+
 TEST_F(Navigation, ADragStepAwayFromTheEdgesStopsTheTimer) {
     FillLines(50);
     Do([&] { DragTo(editor_, 100, 78); });

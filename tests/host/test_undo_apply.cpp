@@ -76,6 +76,17 @@ TEST_F(UndoCommands, AGroupPaintsOnceAndMakesTheCaretAnew) {
     EXPECT_EQ(editor_->flags & (kFlagNoUndo | kFlagPaintDeferred | kFlagRepaintPending), 0u);
 }
 
+TEST_F(UndoCommands, RepaintsAskedForWithinAGroupWaitForItsEnd) {
+    Type(u"abc");
+    TheEditorEvents().titleChanged = [] {
+        ++TheNews().titles;
+        NotifyRepaint(TheWindowState().currentEditor);
+    };
+    Undo(true);
+    EXPECT_EQ(TheNews().titles, 1);
+    EXPECT_EQ(TheNews().repaints, 1);
+}
+
 TEST_F(UndoCommands, ATextThatWasInsertedGoesAndComesWhole) {
     Fill(u"head tail");
     At(0, 5);
