@@ -122,7 +122,7 @@ LRESULT CALLBACK TextWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
             break;
         case WM_SYSCOMMAND:
             // Alt with a letter ends at the window with the keyboard; the menus are the frame's.
-            if ((wParam & 0xFFF0) == SC_KEYMENU) {
+            if ((wParam & 0xFFF0) == SC_KEYMENU && GetAncestor(window, GA_ROOT) != window) {
                 return SendMessageW(GetAncestor(window, GA_ROOT), message, wParam, lParam);
             }
             break;
