@@ -24,6 +24,12 @@ int Utf16Compare(const char16_t* left, const char16_t* right);
 const char16_t* Utf16FindLast(const char16_t* text, char16_t unit);
 const char16_t* Utf16Find(const char16_t* text, char16_t unit);
 
+constexpr bool IsLineBreak(char16_t unit) { return unit == kCarriageReturn || unit == kLineFeed; }
+
+// The index of the first CR or LF among units from..count-1 of a counted text; `count` when there is none.
+// Looks at eight units at once: texts of a hundred megabytes are searched for their breaks several times.
+size_t Utf16FindBreak(const char16_t* text, size_t from, size_t count);
+
 // Copies `text` and its terminator into `target` of `room` units, cutting what does not fit; always
 // terminates when room > 0. Returns the units copied without the terminator.
 size_t Utf16Copy(char16_t* target, size_t room, const char16_t* text);

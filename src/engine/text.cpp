@@ -13,8 +13,6 @@ namespace {
 
 constexpr uint32_t kNoBreak = UINT32_MAX;
 
-bool IsBreak(char16_t unit) { return unit == kCarriageReturn || unit == kLineFeed; }
-
 bool IsPairAt(const char16_t* text, uint32_t count, uint32_t i) {
     return text[i] == kCarriageReturn && i + 1 < count && text[i + 1] == kLineFeed;
 }
@@ -23,19 +21,20 @@ bool IsPairAt(const char16_t* text, uint32_t count, uint32_t i) {
 struct BreakScan {
     uint32_t breaks = 0;
     uint32_t pairs = 0;         // CR LF
+    uint32_t returns = 0;       // CR, with LF behind it or not
     uint32_t first = kNoBreak;  // index of the first break's first unit
 };
 
 BreakScan ScanBreaks(const char16_t* text, uint32_t count) {
     BreakScan scan;
-    for (uint32_t i = 0; i < count; ++i) {
-        if (!IsBreak(text[i])) continue;
+    for (size_t place = Utf16FindBreak(text, 0, count); place < count;) {
+        const auto i = static_cast<uint32_t>(place);
         if (scan.first == kNoBreak) scan.first = i;
         ++scan.breaks;
-        if (IsPairAt(text, count, i)) {
-            ++scan.pairs;
-            ++i;
-        }
+        const bool pair = IsPairAt(text, count, i);
+        scan.pairs += pair ? 1 : 0;
+        scan.returns += text[i] == kCarriageReturn ? 1 : 0;
+        place = Utf16FindBreak(text, place + (pair ? 2 : 1), count);
     }
     return scan;
 }
@@ -45,12 +44,16 @@ uint32_t LineEndAt(const char16_t* text, uint32_t count, uint32_t i) {
     return IsPairAt(text, count, i) ? kLineEndCrLf : kLineEndCr;
 }
 
+// What an LF directly behind a first break that is a lone LF becomes.
+enum class SecondLf { kSwallowed, kBreak };
+
 // An insertion whose memory is being gathered. Until it is committed nothing of the document has changed.
 struct Insertion {
     uint32_t line;
     uint32_t column;
     const char16_t* text;
     uint32_t count;
+    SecondLf secondLf;
     BreakScan scan;
     LineRecord* records;  // one a break, for the lines behind `line`
     char16_t* undoText;
@@ -64,39 +67,47 @@ void FreeInsertion(Editor* editor, Insertion* insertion) {
     MemFree(editor->heap, insertion->undoText);
 }
 
+// Fills a record and measures it while its text is at hand: for a large text this saves a trip to memory.
+void FillRecord(Editor* editor, MeasureContext* context, LineRecord* record, const char16_t* text,
+                uint32_t units) {
+    FillLineText(editor->heap, record, text, units, nullptr, 0);
+    MeasureRecord(record, context);
+}
+
 // Fills the records of the lines behind the first break. The last segment stands in front of the tail of the
 // split line; when an LF was swallowed the segments end one record early, and the tail stands alone behind
 // them.
-void FillRecords(Editor* editor, Insertion* insertion) {
+void FillRecords(Editor* editor, Insertion* insertion, MeasureContext* context) {
     const LineRecord& split = editor->lines[insertion->line];
     const char16_t* text = insertion->text;
     const uint32_t count = insertion->count;
     const char16_t* tail = split.text + insertion->column;
     const uint32_t tailUnits = split.length - insertion->column;
-    uint32_t start = insertion->scan.first + 1;
-    const bool swallows =
-        start < count && text[insertion->scan.first] == kLineFeed && text[start] == kLineFeed;
-    if (start < count && text[start] == kLineFeed) ++start;
+    const uint32_t first = insertion->scan.first;
+    uint32_t start = first + 1;
+    const bool secondLf = start < count && text[first] == kLineFeed && text[start] == kLineFeed;
+    const bool swallows = secondLf && insertion->secondLf == SecondLf::kSwallowed;
+    if (swallows || IsPairAt(text, count, first)) ++start;
     uint32_t filled = 0;
-    for (uint32_t i = start; i < count; ++i) {
-        if (!IsBreak(text[i])) continue;
-        FillLineText(editor->heap, &insertion->records[filled++], text + start, i - start, nullptr, 0);
-        if (IsPairAt(text, count, i)) ++i;
-        start = i + 1;
+    for (auto i = static_cast<uint32_t>(Utf16FindBreak(text, start, count)); i < count;) {
+        FillRecord(editor, context, &insertion->records[filled++], text + start, i - start);
+        start = i + (IsPairAt(text, count, i) ? 2 : 1);
+        i = static_cast<uint32_t>(Utf16FindBreak(text, start, count));
     }
     LineRecord* last = &insertion->records[filled];
     FillLineText(editor->heap, last, text + start, count - start, tail, swallows ? 0 : tailUnits);
-    if (swallows) FillLineText(editor->heap, last + 1, tail, tailUnits, nullptr, 0);
+    MeasureRecord(last, context);
+    if (swallows) FillRecord(editor, context, last + 1, tail, tailUnits);
 }
 
-void PrepareInsertion(Editor* editor, Insertion* insertion) {
+void PrepareInsertion(Editor* editor, Insertion* insertion, MeasureContext* context) {
     LineRecord* line = &editor->lines[insertion->line];
     if (insertion->scan.breaks == 0) {
         ReserveLineText(editor, line, line->length + insertion->count);
     } else {
         ReserveLineText(editor, line, insertion->column + insertion->scan.first);
         insertion->records = MemAllocArray<LineRecord>(nullptr, insertion->scan.breaks);
-        FillRecords(editor, insertion);
+        FillRecords(editor, insertion, context);
         ReserveLines(editor, insertion->scan.breaks);
     }
 }
@@ -111,7 +122,13 @@ void RecordInsertion(Editor* editor, Insertion* insertion) {
     }
     const uint32_t units = insertion->count - insertion->scan.pairs;
     insertion->undoText = MemAllocArray<char16_t>(editor->heap, units);
-    StripCrBeforeLf(insertion->undoText, insertion->text, insertion->count);
+    if (insertion->scan.returns == 0) {
+        std::copy_n(insertion->text, units, insertion->undoText);
+    } else if (insertion->secondLf == SecondLf::kSwallowed) {
+        StripCrBeforeLf(insertion->undoText, insertion->text, insertion->count);
+    } else {
+        ConvertBreaksToLf(insertion->undoText, insertion->text, insertion->count);
+    }
     UndoAddText(editor->undo, true, editor->modified, line, column, insertion->undoText, units);
     insertion->undoText = nullptr;
 }
@@ -143,8 +160,34 @@ void MeasureInsertion(Editor* editor, const Insertion& insertion) {
     if (insertion.scan.breaks == 0) {
         LineMeasureInserted(editor, insertion.line, insertion.column, insertion.count);
     } else {
-        LinesMeasure(editor, insertion.line, insertion.line + insertion.scan.breaks + 1);
+        LineMeasure(editor, insertion.line);
+        LinesBreak(editor, insertion.line + 1, insertion.line + insertion.scan.breaks + 1);
     }
+}
+
+// False when memory ran out and nothing was inserted.
+bool Insert(Editor* editor, Insertion* insertion) {
+    if (insertion->count == 0) return true;
+    insertion->scan = ScanBreaks(insertion->text, insertion->count);
+    MeasureContext context;
+    OpenLineContext(&context, editor);
+    const bool ready = Guarded([&] {
+        PrepareInsertion(editor, insertion, &context);
+        if (Records(editor)) RecordInsertion(editor, insertion);
+    });
+    CloseMeasureContext(&context);
+    if (!ready) {
+        FreeInsertion(editor, insertion);
+        return false;
+    }
+    if ((editor->flags & kFlagDetectLineEnd) != 0 && insertion->scan.breaks > 0) {
+        editor->lineEnd = LineEndAt(insertion->text, insertion->count, insertion->scan.first);
+        editor->flags &= ~kFlagDetectLineEnd;
+    }
+    if (Records(editor)) AfterRecording(editor);
+    CommitInsertion(editor, insertion);
+    Guarded([&] { MeasureInsertion(editor, *insertion); });
+    return true;
 }
 
 // A deletion, likewise.
@@ -209,24 +252,14 @@ void DeleteInLine(Editor* editor, const Deletion& deletion) {
 }  // namespace
 
 int32_t TextInsert(Editor* editor, uint32_t line, uint32_t column, const char16_t* text, uint32_t count) {
-    if (count == 0) return 0;
-    Insertion insertion = {line, column, text, count, ScanBreaks(text, count), nullptr, nullptr};
-    const bool ready = Guarded([&] {
-        PrepareInsertion(editor, &insertion);
-        if (Records(editor)) RecordInsertion(editor, &insertion);
-    });
-    if (!ready) {
-        FreeInsertion(editor, &insertion);
-        return kTextFailed;
-    }
-    if ((editor->flags & kFlagDetectLineEnd) != 0 && insertion.scan.breaks > 0) {
-        editor->lineEnd = LineEndAt(text, count, insertion.scan.first);
-        editor->flags &= ~kFlagDetectLineEnd;
-    }
-    if (Records(editor)) AfterRecording(editor);
-    CommitInsertion(editor, &insertion);
-    Guarded([&] { MeasureInsertion(editor, insertion); });
-    return static_cast<int32_t>(insertion.scan.pairs);
+    Insertion insertion = {line, column, text, count, SecondLf::kSwallowed, {}, nullptr, nullptr};
+    return Insert(editor, &insertion) ? static_cast<int32_t>(insertion.scan.pairs) : kTextFailed;
+}
+
+int32_t TextInsertLines(Editor* editor, uint32_t line, uint32_t column, const char16_t* text,
+                        uint32_t count) {
+    Insertion insertion = {line, column, text, count, SecondLf::kBreak, {}, nullptr, nullptr};
+    return Insert(editor, &insertion) ? static_cast<int32_t>(count - insertion.scan.pairs) : kTextFailed;
 }
 
 bool TextDelete(Editor* editor, uint32_t line1, uint32_t column1, uint32_t line2, uint32_t column2) {

@@ -25,6 +25,11 @@ constexpr int32_t kTextFailed = -1;
 // and nothing was inserted.
 int32_t TextInsert(Editor* editor, uint32_t line, uint32_t column, const char16_t* text, uint32_t count);
 
+// Inserts a text of which every break (CR LF, a lone CR, a lone LF) is a break, none swallowed: what everyone
+// but loading uses. The journal keeps it with LF alone. Returns the characters inserted, each break counting
+// 1, or kTextFailed.
+int32_t TextInsertLines(Editor* editor, uint32_t line, uint32_t column, const char16_t* text, uint32_t count);
+
 // Deletes from the first position up to the second; the caller passes the earlier first. An empty range does
 // nothing at all. False when memory ran out and nothing was deleted.
 bool TextDelete(Editor* editor, uint32_t line1, uint32_t column1, uint32_t line2, uint32_t column2);

@@ -31,27 +31,21 @@ struct Sink {
     }
 };
 
-size_t RangeUnits(const Editor* editor, uint32_t separator, uint32_t line1, uint32_t column1, uint32_t line2,
-                  uint32_t column2) {
+}  // namespace
+
+size_t TextRangeUnits(const Editor* editor, uint32_t lineEnd, uint32_t line1, uint32_t column1,
+                      uint32_t line2, uint32_t column2) {
     if (line1 == line2) return column2 - column1;
+    const uint32_t separator = LineEndOf(lineEnd).length;
     size_t total = size_t{editor->lines[line1].length} - column1 + separator + column2;
     for (uint32_t i = line1 + 1; i < line2; ++i) total += size_t{editor->lines[i].length} + separator;
     return total;
 }
 
-}  // namespace
-
-char16_t* TextCopyRange(const Editor* editor, HeapHandle heap, uint32_t lineEnd, uint32_t line1,
-                        uint32_t column1, uint32_t line2, uint32_t column2, uint32_t* units) {
-    if (line1 > line2 || (line1 == line2 && column1 > column2)) {
-        std::swap(line1, line2);
-        std::swap(column1, column2);
-    }
+void TextWriteRange(const Editor* editor, char16_t* target, uint32_t lineEnd, uint32_t line1,
+                    uint32_t column1, uint32_t line2, uint32_t column2) {
     const LineEndText separator = LineEndOf(lineEnd);
-    const size_t total = RangeUnits(editor, separator.length, line1, column1, line2, column2);
-    auto* text = MemAllocArray<char16_t>(heap, total + 1);
-    if (units != nullptr) *units = static_cast<uint32_t>(total);
-    Sink sink = {text};
+    Sink sink = {target};
     uint32_t column = column1;
     for (uint32_t i = line1; i < line2; ++i) {
         const LineRecord& line = editor->lines[i];
@@ -60,6 +54,18 @@ char16_t* TextCopyRange(const Editor* editor, HeapHandle heap, uint32_t lineEnd,
         column = 0;
     }
     sink.Append(editor->lines[line2].text + column, column2 - column);
+}
+
+char16_t* TextCopyRange(const Editor* editor, HeapHandle heap, uint32_t lineEnd, uint32_t line1,
+                        uint32_t column1, uint32_t line2, uint32_t column2, uint32_t* units) {
+    if (line1 > line2 || (line1 == line2 && column1 > column2)) {
+        std::swap(line1, line2);
+        std::swap(column1, column2);
+    }
+    const size_t total = TextRangeUnits(editor, lineEnd, line1, column1, line2, column2);
+    auto* text = MemAllocArray<char16_t>(heap, total + 1);
+    if (units != nullptr) *units = static_cast<uint32_t>(total);
+    TextWriteRange(editor, text, lineEnd, line1, column1, line2, column2);
     return text;
 }
 
@@ -68,43 +74,48 @@ bool HasSelection(const Editor* editor) {
     return editor->anchor.line != editor->caret.line || editor->anchorColumn != editor->caretColumn;
 }
 
+SelectionRange SelectionRangeOf(const Editor* editor) {
+    const auto caretLine = static_cast<uint32_t>(editor->caret.line);
+    const auto caretColumn = static_cast<uint32_t>(editor->caretColumn);
+    if (!HasSelection(editor)) return {caretLine, caretColumn, caretLine, caretColumn};
+    const auto anchorLine = static_cast<uint32_t>(editor->anchor.line);
+    const auto anchorColumn = static_cast<uint32_t>(editor->anchorColumn);
+    const bool anchorFirst =
+        anchorLine < caretLine || (anchorLine == caretLine && anchorColumn < caretColumn);
+    if (anchorFirst) return {anchorLine, anchorColumn, caretLine, caretColumn};
+    return {caretLine, caretColumn, anchorLine, anchorColumn};
+}
+
 char16_t* SelectionCopy(const Editor* editor, uint32_t* units) {
     if (!HasSelection(editor)) return nullptr;
-    return TextCopyRange(editor, nullptr, editor->lineEnd, static_cast<uint32_t>(editor->anchor.line),
-                         static_cast<uint32_t>(editor->anchorColumn),
-                         static_cast<uint32_t>(editor->caret.line),
-                         static_cast<uint32_t>(editor->caretColumn), units);
+    const SelectionRange range = SelectionRangeOf(editor);
+    return TextCopyRange(editor, nullptr, editor->lineEnd, range.line1, range.column1, range.line2,
+                         range.column2, units);
 }
 
 char16_t* StripCrBeforeLf(char16_t* target, const char16_t* source, uint32_t count) {
-    char16_t* place = target;
-    for (uint32_t i = 0; i < count; ++i) {
-        const bool dropped = source[i] == kCarriageReturn && i + 1 < count && source[i + 1] == kLineFeed;
-        if (!dropped) *place++ = source[i];
+    Sink sink = {target};
+    for (size_t from = 0; from < count;) {
+        const size_t place = Utf16FindBreak(source, from, count);
+        const bool dropped =
+            place + 1 < count && source[place] == kCarriageReturn && source[place + 1] == kLineFeed;
+        sink.Append(source + from, place - from + (place < count && !dropped ? 1 : 0));
+        from = place + 1;
     }
     return target;
 }
 
-char16_t* NormalizeBreaks(const char16_t* source, uint32_t count, uint32_t* units) {
-    size_t total = 0;
-    for (uint32_t i = 0; i < count; ++i) {
-        const bool pair = source[i] == kCarriageReturn && i + 1 < count && source[i + 1] == kLineFeed;
-        if (pair) ++i;
-        total += pair || source[i] == kCarriageReturn || source[i] == kLineFeed ? 2 : 1;
+uint32_t ConvertBreaksToLf(char16_t* target, const char16_t* source, uint32_t count) {
+    Sink sink = {target};
+    for (size_t from = 0; from < count;) {
+        const size_t place = Utf16FindBreak(source, from, count);
+        sink.Append(source + from, place - from);
+        if (place < count) sink.Append(u"\n", 1);
+        const bool pair =
+            place + 1 < count && source[place] == kCarriageReturn && source[place + 1] == kLineFeed;
+        from = place + (pair ? 2 : 1);
     }
-    auto* text = MemAllocArray<char16_t>(nullptr, total + 1);
-    char16_t* place = text;
-    for (uint32_t i = 0; i < count; ++i) {
-        if (source[i] != kCarriageReturn && source[i] != kLineFeed) {
-            *place++ = source[i];
-            continue;
-        }
-        if (source[i] == kCarriageReturn && i + 1 < count && source[i + 1] == kLineFeed) ++i;
-        *place++ = kCarriageReturn;
-        *place++ = kLineFeed;
-    }
-    *units = static_cast<uint32_t>(total);
-    return text;
+    return static_cast<uint32_t>(sink.place - target);
 }
 
 }  // namespace nira

@@ -18,16 +18,6 @@ WindowHandle EditorWindow() { return TheWindowState().editorWindow; }
 
 uint32_t CaretLine(const Editor* editor) { return static_cast<uint32_t>(editor->caret.line); }
 
-// Inserts a text whatever its breaks are; false when memory ran out and nothing was inserted.
-bool InsertPasted(Editor* editor, const char16_t* text, uint32_t count) {
-    char16_t* normalized = nullptr;
-    uint32_t units = 0;
-    if (!Guarded([&] { normalized = NormalizeBreaks(text, count, &units); })) return false;
-    const bool inserted = InsertBehindCaret(editor, normalized, units);
-    MemFree(nullptr, normalized);
-    return inserted;
-}
-
 // Where a smart paste begins, before anything is inserted.
 struct PasteOrigin {
     uint32_t line;
@@ -61,7 +51,7 @@ void PasteSmart(Editor* editor, const char16_t* text, uint32_t count) {
     uint32_t blanks = 0;
     while (blanks < count && (text[blanks] == kTab || text[blanks] == kSpace)) ++blanks;
     const int64_t sourceWidth = IndentWidth(text, blanks);
-    if (!InsertPasted(editor, text + blanks, count - blanks)) return;
+    if (!InsertBehindCaret(editor, text + blanks, count - blanks)) return;
     if (CaretLine(editor) == origin.line) return;
     int64_t base = sourceWidth;
     if (TheOptions().smartBase != 0) base = SmallestIndent(editor, origin.line + 1, base);
@@ -75,12 +65,13 @@ void PasteSmart(Editor* editor, const char16_t* text, uint32_t count) {
 
 bool CopySelection(Editor* editor) {
     if (!HasSelection(editor)) return false;
-    char16_t* text = nullptr;
-    uint32_t units = 0;
-    if (!Guarded([&] { text = SelectionCopy(editor, &units); })) return false;
-    const bool copied = ClipboardPutText(EditorWindow(), text, units);
-    MemFree(nullptr, text);
-    return copied;
+    const SelectionRange range = SelectionRangeOf(editor);
+    const size_t units =
+        TextRangeUnits(editor, editor->lineEnd, range.line1, range.column1, range.line2, range.column2);
+    char16_t* block = ClipboardAllocate(units);
+    if (block == nullptr) return false;
+    TextWriteRange(editor, block, editor->lineEnd, range.line1, range.column1, range.line2, range.column2);
+    return ClipboardPut(EditorWindow(), block, units);
 }
 
 void CutSelection(Editor* editor) {
@@ -102,7 +93,7 @@ void PasteText(Editor* editor, const char16_t* text, uint32_t units, bool smart)
             PasteSmart(editor, text, units);
             editor->flags &= ~kFlagSmartPaste;
         } else {
-            InsertPasted(editor, text, units);
+            InsertBehindCaret(editor, text, units);
         }
     }
     NotifyRepaint(editor);

@@ -28,9 +28,10 @@ bool DeleteOneCharacter(Editor* editor) {
 }  // namespace
 
 bool InsertBehindCaret(Editor* editor, const char16_t* text, uint32_t units) {
-    const int32_t pairs = TextInsert(editor, CaretLineNumber(editor), CaretColumn(editor), text, units);
-    if (pairs == kTextFailed) return false;
-    MoveCaretBy(editor, int64_t{units} - pairs);
+    const int32_t characters =
+        TextInsertLines(editor, CaretLineNumber(editor), CaretColumn(editor), text, units);
+    if (characters == kTextFailed) return false;
+    MoveCaretBy(editor, characters);
     return true;
 }
 
@@ -39,20 +40,10 @@ bool DeleteSelection(Editor* editor) {
         editor->anchorColumn = kNoSelection;
         return true;
     }
-    RowPos first = editor->anchor;
-    RowPos last = editor->caret;
-    int32_t firstColumn = editor->anchorColumn;
-    int32_t lastColumn = editor->caretColumn;
-    if (first.line > last.line || (first.line == last.line && firstColumn > lastColumn)) {
-        std::swap(first, last);
-        std::swap(firstColumn, lastColumn);
-    }
-    if (!TextDelete(editor, static_cast<uint32_t>(first.line), static_cast<uint32_t>(firstColumn),
-                    static_cast<uint32_t>(last.line), static_cast<uint32_t>(lastColumn))) {
-        return false;
-    }
+    const SelectionRange range = SelectionRangeOf(editor);
+    if (!TextDelete(editor, range.line1, range.column1, range.line2, range.column2)) return false;
     editor->anchorColumn = kNoSelection;
-    MoveCaretTo(editor, first.line, static_cast<uint32_t>(firstColumn));
+    MoveCaretTo(editor, range.line1, range.column1);
     NotifySelection(editor);
     return true;
 }

@@ -22,11 +22,11 @@ void DeleteForward(Editor* editor);
 // it still stands.
 bool DeleteSelection(Editor* editor);
 
-// Inserts a text whose breaks are CR LF at the caret and puts the caret behind it; no repaint. False when
+// Inserts a text at the caret, every break of it one, and puts the caret behind it; no repaint. False when
 // memory ran out and nothing was inserted.
 bool InsertBehindCaret(Editor* editor, const char16_t* text, uint32_t units);
 
-// Replaces the selection by a text whose breaks are CR LF, and puts the caret behind it.
+// Replaces the selection by a text, and puts the caret behind it.
 void InsertAtCaret(Editor* editor, const char16_t* text, uint32_t units);
 
 }  // namespace nira

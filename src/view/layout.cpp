@@ -12,10 +12,6 @@ namespace {
 
 constexpr int32_t kWidthUnknown = -1;
 
-void OpenEditorContext(MeasureContext* context, const Editor* editor) {
-    OpenMeasureContext(context, TheWindowState().editorWindow, editor->textStyle->font);
-}
-
 void FreeBreaks(Editor* editor, LineRecord* line) {
     MemFree(editor->heap, line->breaks);
     line->breaks = nullptr;
@@ -96,12 +92,6 @@ void ForgetLimits(Editor* editor) {
     editor->layoutLimit = 0;
 }
 
-void MeasureWidth(LineRecord* line, MeasureContext* context) {
-    bool summed = false;
-    line->width = ContextTextWidth(context, line->text, line->length, OptionsTabSize(), &summed);
-    line->shaped = summed ? 0 : 1;
-}
-
 // A line whose width can be kept up by adding and subtracting.
 bool WidthIsSum(const LineRecord& line) {
     return line.shaped == 0 && line.width < std::numeric_limits<int32_t>::max();
@@ -122,7 +112,7 @@ void MeasureFrom(Editor* editor, uint32_t at, MeasureContext* context, uint32_t 
         line->width = static_cast<int32_t>(width);
         kept = RowsBefore(editor, *line, column);
     } else {
-        MeasureWidth(line, context);
+        MeasureRecord(line, context);
     }
     LineIndexTouch(editor->index, at, at + 1);
     ComputeRows(editor, line, context, limit, kept);
@@ -133,7 +123,7 @@ void MeasureFrom(Editor* editor, uint32_t at, MeasureContext* context, uint32_t 
 template <typename Operation>
 void WithContext(Editor* editor, Operation operation) {
     MeasureContext context;
-    OpenEditorContext(&context, editor);
+    OpenLineContext(&context, editor);
     const bool done = Guarded([&] { operation(&context); });
     CloseMeasureContext(&context);
     RecomputeWidest(editor);
@@ -147,11 +137,21 @@ int32_t RowWidthLimit(const Editor* editor) {
     return std::max(1, TheWindowState().clientWidth - 1);
 }
 
+void OpenLineContext(MeasureContext* context, const Editor* editor) {
+    OpenMeasureContext(context, TheWindowState().editorWindow, editor->textStyle->font);
+}
+
+void MeasureRecord(LineRecord* line, MeasureContext* context) {
+    bool summed = false;
+    line->width = ContextTextWidth(context, line->text, line->length, OptionsTabSize(), &summed);
+    line->shaped = summed ? 0 : 1;
+}
+
 void LineMeasure(Editor* editor, uint32_t line) { LinesMeasure(editor, line, line + 1); }
 
 void LinesMeasure(Editor* editor, uint32_t first, uint32_t end) {
     WithContext(editor, [&](MeasureContext* context) {
-        for (uint32_t i = first; i < end; ++i) MeasureWidth(&editor->lines[i], context);
+        for (uint32_t i = first; i < end; ++i) MeasureRecord(&editor->lines[i], context);
         BreakLines(editor, first, end, context);
     });
 }
@@ -161,9 +161,13 @@ void EditorMeasureAll(Editor* editor) {
     LinesMeasure(editor, 0, editor->lineCount);
 }
 
+void LinesBreak(Editor* editor, uint32_t first, uint32_t end) {
+    WithContext(editor, [&](MeasureContext* context) { BreakLines(editor, first, end, context); });
+}
+
 void EditorBreakAll(Editor* editor) {
     ForgetLimits(editor);
-    WithContext(editor, [&](MeasureContext* context) { BreakLines(editor, 0, editor->lineCount, context); });
+    LinesBreak(editor, 0, editor->lineCount);
 }
 
 void LineMeasureInserted(Editor* editor, uint32_t line, uint32_t column, uint32_t count) {
@@ -193,7 +197,7 @@ int32_t RemovedWidth(Editor* editor, uint32_t line, uint32_t column, uint32_t co
     const LineRecord& record = editor->lines[line];
     if (!WidthIsSum(record)) return kWidthUnknown;
     MeasureContext context;
-    OpenEditorContext(&context, editor);
+    OpenLineContext(&context, editor);
     const int32_t width = ContextTextWidth(&context, record.text + column, count, OptionsTabSize());
     CloseMeasureContext(&context);
     return width;

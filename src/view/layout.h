@@ -18,10 +18,19 @@ constexpr int32_t kUnwrappedRowWidth = 3000;
 // The width limit of a row in pixels, at least 1.
 int32_t RowWidthLimit(const Editor* editor);
 
+// A context for measuring lines of this document, to be closed by CloseMeasureContext.
+void OpenLineContext(MeasureContext* context, const Editor* editor);
+
+// The width of a line that need not be in the document yet.
+void MeasureRecord(LineRecord* line, MeasureContext* context);
+
 // Recomputes width and breaks of one line, or of lines first..end-1 with one context, and the sums over all
 // lines.
 void LineMeasure(Editor* editor, uint32_t line);
 void LinesMeasure(Editor* editor, uint32_t first, uint32_t end);
+
+// Recomputes the breaks of lines first..end-1 from their widths.
+void LinesBreak(Editor* editor, uint32_t first, uint32_t end);
 
 // All lines, after a change of font or tab size.
 void EditorMeasureAll(Editor* editor);

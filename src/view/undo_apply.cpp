@@ -1,6 +1,5 @@
 #include "view/undo_apply.h"
 
-#include "app/services/memory.h"
 #include "engine/text.h"
 #include "engine/window_state.h"
 #include "platform/surface.h"
@@ -12,16 +11,6 @@ namespace nira {
 namespace {
 
 constexpr int32_t kCaretWidth = 2;
-
-// Texts of the journal have LF alone between lines; TextInsert would swallow the second of two.
-bool InsertJournalText(Editor* editor, const UndoEntry& entry) {
-    char16_t* text = nullptr;
-    uint32_t units = 0;
-    if (!Guarded([&] { text = NormalizeBreaks(entry.text, entry.size, &units); })) return false;
-    const int32_t result = TextInsert(editor, entry.line, entry.column, text, units);
-    MemFree(nullptr, text);
-    return result != kTextFailed;
-}
 
 bool PerformEntry(Editor* editor, const UndoEntry& entry) {
     MoveCaretTo(editor, entry.line, entry.column);
@@ -38,7 +27,9 @@ bool PerformEntry(Editor* editor, const UndoEntry& entry) {
             if (TextDeleteCount(editor, entry.line, entry.column, entry.size) == kTextFailed) return false;
             break;
         case UndoKind::kInsertText:
-            if (!InsertJournalText(editor, entry)) return false;
+            if (TextInsertLines(editor, entry.line, entry.column, entry.text, entry.size) == kTextFailed) {
+                return false;
+            }
             MoveCaretBy(editor, entry.size);
             return true;
         case UndoKind::kRestoreIndent:

@@ -15,11 +15,11 @@ class TextCopyTest : public EditorTest {
     }
 };
 
-std::u16string Normalized(std::u16string_view text) {
-    uint32_t units = 0;
-    char16_t* block = NormalizeBreaks(text.data(), static_cast<uint32_t>(text.size()), &units);
-    EXPECT_EQ(block[units], 0);
-    return Taken(block, units);
+std::u16string Converted(std::u16string_view text) {
+    std::u16string target(text.size() + 1, u'~');
+    const uint32_t units = ConvertBreaksToLf(target.data(), text.data(), static_cast<uint32_t>(text.size()));
+    EXPECT_EQ(target[units], u'~') << "nothing is written behind the end";
+    return target.substr(0, units);
 }
 
 std::u16string Stripped(std::u16string_view text) {
@@ -107,20 +107,24 @@ TEST_F(TextCopyTest, StripsACrDirectlyBeforeAnLf) {
     EXPECT_EQ(target[0], u'\r') << "the LF lies behind the count";
 }
 
-TEST_F(TextCopyTest, NormalizesEveryBreak) {
-    EXPECT_EQ(Normalized(u"a\nb\rc\r\nd"), u"a\r\nb\r\nc\r\nd");
-    EXPECT_EQ(Normalized(u"\n\n\r\r\n\r"), u"\r\n\r\n\r\n\r\n\r\n");
-    EXPECT_EQ(Normalized(u"\n\r"), u"\r\n\r\n");
-    EXPECT_EQ(Normalized(u"none"), u"none");
-    EXPECT_EQ(Normalized(u""), u"");
-    EXPECT_EQ(Normalized(std::u16string_view(u"\0\n", 2)), std::u16string(u"\0\r\n", 3));
+TEST_F(TextCopyTest, ConvertsEveryBreakToLf) {
+    EXPECT_EQ(Converted(u"a\nb\rc\r\nd"), u"a\nb\nc\nd");
+    EXPECT_EQ(Converted(u"\n\n\r\r\n\r"), u"\n\n\n\n\n");
+    EXPECT_EQ(Converted(u"\n\r"), u"\n\n");
+    EXPECT_EQ(Converted(u"none"), u"none");
+    EXPECT_EQ(Converted(u""), u"");
+    EXPECT_EQ(Converted(std::u16string_view(u"\0\r\n", 3)), std::u16string(u"\0\n", 2));
 }
 
-TEST_F(TextCopyTest, NormalizedTextKeepsEveryLine) {
-    Editor* editor = Create();
-    Insert(editor, 0, 0, Normalized(u"# Title\n\nText"));
-    EXPECT_EQ(TextOf(editor), u"# Title\n\nText");
-    EXPECT_EQ(editor->undo->entries[0].size, 13u) << "LF alone between lines";
+TEST_F(TextCopyTest, InsertedLinesKeepEveryLine) {
+    for (const std::u16string_view text : {u"# Title\n\nText", u"# Title\r\rText", u"# Title\r\n\r\nText"}) {
+        Editor* editor = Create();
+        EXPECT_EQ(TextInsertLines(editor, 0, 0, text.data(), static_cast<uint32_t>(text.size())), 13);
+        ExpectSound(editor);
+        EXPECT_EQ(TextOf(editor), u"# Title\n\nText");
+        ASSERT_EQ(editor->undo->entries[0].size, 13u);
+        EXPECT_EQ(std::u16string_view(editor->undo->entries[0].text, 13), u"# Title\n\nText");
+    }
 }
 
 }  // namespace

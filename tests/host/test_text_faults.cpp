@@ -230,11 +230,7 @@ TEST_F(AllocationFaults, OfCopyingOutLeaveNothing) {
     const size_t blocks = HostHeapLiveBlocks(nullptr);
     const std::function<void()> copies[] = {
         [&] { TextCopyRange(editor, nullptr, kLineEndCr, 0, 1, 5, 1); },
-        [&] { TextCopyRange(editor, editor->heap, kLineEndCr, 0, 1, 5, 1); }, [&] { SelectionCopy(editor); },
-        [&] {
-            uint32_t units = 0;
-            NormalizeBreaks(u"a\nb", 3, &units);
-        }};
+        [&] { TextCopyRange(editor, editor->heap, kLineEndCr, 0, 1, 5, 1); }, [&] { SelectionCopy(editor); }};
     for (const auto& copy : copies) {
         HostShellLogReset();
         FaultScope fault(FaultPoint::kAllocation, {.first = 1});

@@ -48,5 +48,26 @@ TEST(Utf16FromInt, WritesTheWholeRange) {
     EXPECT_EQ(std::u16string(target), u"12");
 }
 
+TEST(Utf16FindBreak, FindsTheFirstBreakFromAnyPlaceOn) {
+    for (size_t length = 0; length < 40; ++length) {
+        for (size_t place = 0; place < length; ++place) {
+            for (const char16_t unit : {u'\n', u'\r'}) {
+                std::u16string text(length, u'\u0a0d');
+                text[place] = unit;
+                text.back() = place + 1 == length ? unit : u'\n';
+                for (size_t from = 0; from <= place; ++from) {
+                    ASSERT_EQ(Utf16FindBreak(text.data(), from, length), place);
+                }
+            }
+        }
+    }
+}
+
+TEST(Utf16FindBreak, GivesTheCountWhenThereIsNone) {
+    const std::u16string text(40, u'\u0d0a');
+    for (size_t count = 0; count <= 40; ++count) EXPECT_EQ(Utf16FindBreak(text.data(), 0, count), count);
+    EXPECT_EQ(Utf16FindBreak(u"ab\n", 0, 2), 2u) << "a break behind the text does not count";
+}
+
 }  // namespace
 }  // namespace nira

@@ -20,6 +20,7 @@ constexpr size_t kLargeClass = 0xFFFF;
 constexpr size_t kFirstChunk = 64 * 1024;
 constexpr size_t kLargestChunk = 4 * 1024 * 1024;
 constexpr size_t kPage = 4096;
+constexpr size_t kHugePage = size_t{2} << 20;
 constexpr size_t kImpossible = size_t{1} << 46;
 constexpr unsigned kSizeBits = 48;
 
@@ -64,7 +65,10 @@ size_t RoundUp(size_t value, size_t unit) { return (value + unit - 1) / unit * u
 
 void* Map(size_t size) {
     void* memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    return memory == MAP_FAILED ? nullptr : memory;
+    if (memory == MAP_FAILED) return nullptr;
+    // A document of a hundred megabytes would spend a third of its loading on faulting in small pages.
+    if (size >= kHugePage) madvise(memory, size, MADV_HUGEPAGE);
+    return memory;
 }
 
 Tag* TagOf(void* block) { return reinterpret_cast<Tag*>(static_cast<char*>(block) - kHeader); }

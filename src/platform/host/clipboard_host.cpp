@@ -1,4 +1,7 @@
 #include "platform/clipboard.h"
+
+#include <utility>
+
 #include "platform/host/clipboard_state.h"
 
 namespace nira {
@@ -8,10 +11,15 @@ ClipboardState& HostClipboard() {
     return state;
 }
 
-bool ClipboardPutText(WindowHandle, const char16_t* text, uint32_t units) {
+char16_t* ClipboardAllocate(size_t units) {
+    HostClipboard().block.assign(units, u'\0');
+    return HostClipboard().block.data();
+}
+
+bool ClipboardPut(WindowHandle, char16_t*, size_t) {
     ClipboardState& state = HostClipboard();
     if (state.busy || state.refusesText) return false;
-    state.text = std::u16string(text, units);
+    state.text = std::move(state.block);
     return true;
 }
 

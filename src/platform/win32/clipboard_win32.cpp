@@ -1,7 +1,5 @@
 #include "platform/clipboard.h"
 
-#include <cstring>
-
 #include "platform/win32/casts.h"
 
 namespace nira {
@@ -10,32 +8,25 @@ namespace {
 
 HANDLE openText = nullptr;  // locked while the clipboard is open
 
-// The clipboard owns movable memory; null when there is none.
-HGLOBAL MakeBlock(const char16_t* text, uint32_t units) {
-    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, (SIZE_T{units} + 1) * sizeof(char16_t));
-    if (block == nullptr) return nullptr;
-    void* target = GlobalLock(block);
-    if (target == nullptr) {
-        GlobalFree(block);
-        return nullptr;
-    }
-    std::memcpy(target, text, SIZE_T{units} * sizeof(char16_t));
-    GlobalUnlock(block);
-    return block;
-}
-
 }  // namespace
 
-bool ClipboardPutText(WindowHandle owner, const char16_t* text, uint32_t units) {
-    // Before the clipboard is emptied: what is there must not be lost for a text that does not fit.
-    const HGLOBAL block = MakeBlock(text, units);
-    if (block == nullptr) return false;
+char16_t* ClipboardAllocate(size_t units) {
+    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, (units + 1) * sizeof(char16_t));
+    if (block == nullptr) return nullptr;
+    void* text = GlobalLock(block);
+    if (text == nullptr) GlobalFree(block);
+    return static_cast<char16_t*>(text);
+}
+
+bool ClipboardPut(WindowHandle owner, char16_t* block, size_t) {
+    const HGLOBAL memory = GlobalHandle(block);
+    GlobalUnlock(memory);
     bool put = false;
     if (OpenClipboard(ToHwnd(owner))) {
-        put = EmptyClipboard() && SetClipboardData(CF_UNICODETEXT, block) != nullptr;
+        put = EmptyClipboard() && SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
         CloseClipboard();
     }
-    if (!put) GlobalFree(block);
+    if (!put) GlobalFree(memory);
     return put;
 }
 
