@@ -81,7 +81,7 @@ class AllocationFaults : public EditorTest {
     }
 };
 
-Operation Inserting(uint32_t line, uint32_t column, std::u16string text, bool recorded) {
+Operation Inserting(uint32_t line, uint32_t column, const std::u16string& text, bool recorded) {
     return [=](Editor* editor) {
         editor->flags = recorded ? 0 : kFlagNoUndo;
         const auto units = static_cast<uint32_t>(text.size());
