@@ -102,14 +102,17 @@ bool IsScrollCode(int32_t code) {
            code == kScrollAutoForward;
 }
 
+// In 64 bits: tabs of two thousand million columns put the caret at the last pixel there is.
 void FollowCaretSideways(Editor* editor, int32_t margin) {
-    const int32_t width = Client().width;
-    if (editor->caretX < editor->scrollX) {
-        editor->scrollX = std::max(0, editor->caretX - margin);
-    } else if (editor->caretX > editor->scrollX + width - kCaretRoom) {
+    const int64_t width = Client().width;
+    const int64_t caret = editor->caretX;
+    if (caret < editor->scrollX) {
+        editor->scrollX = Narrow(std::max<int64_t>(0, caret - margin));
+    } else if (caret > editor->scrollX + width - kCaretRoom) {
         const int32_t widest = std::min(editor->widestLine, RowWidthLimit(editor));
-        const int32_t most = std::max(widest, editor->caretX) + kCaretRoom - width;
-        editor->scrollX = std::max(0, std::min(editor->caretX - width + margin + kCaretRoom, most));
+        const int64_t most = std::max<int64_t>(widest, caret) + kCaretRoom - width;
+        const int64_t wanted = caret - width + margin + kCaretRoom;
+        editor->scrollX = Narrow(std::max<int64_t>(0, std::min(wanted, most)));
     }
 }
 
