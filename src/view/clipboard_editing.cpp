@@ -55,8 +55,9 @@ void PasteSmart(Editor* editor, const char16_t* text, uint32_t count) {
     if (CaretLine(editor) == origin.line) return;
     int64_t base = sourceWidth;
     if (TheOptions().smartBase != 0) base = SmallestIndent(editor, origin.line + 1, base);
-    if (origin.column <= origin.indent && sourceWidth != base) {
-        IndentLines(editor, origin.line, origin.line, sourceWidth - base);
+    if (origin.column <= origin.indent && sourceWidth != base &&
+        !IndentLines(editor, origin.line, origin.line, sourceWidth - base)) {
+        return;
     }
     IndentLines(editor, origin.line + 1, CaretLine(editor), origin.targetWidth - base);
 }

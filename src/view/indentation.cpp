@@ -26,23 +26,14 @@ int64_t NewWidth(const Editor* editor, uint32_t line, int64_t delta) {
     return std::max<int64_t>(0, width + delta);
 }
 
-bool AnyLineChanges(const Editor* editor, uint32_t first, uint32_t last, int64_t delta) {
-    for (uint32_t i = first; i <= last; ++i) {
-        if (NewWidth(editor, i, delta) != IndentWidth(editor->lines[i].text, Indentation(editor, i)))
-            return true;
-    }
-    return false;
-}
-
 void ShiftColumn(int32_t* column, int64_t change) {
     *column = static_cast<int32_t>(std::max<int64_t>(0, *column + change));
 }
 
-// Replaces a line's first `old` units by tabs and spaces; caret and anchor on it move along. Unwinds.
+// Replaces a line's first `old` units by tabs and spaces; caret and anchor on it move along. The line's text
+// has been reserved, so that nothing can fail.
 void ReplaceIndent(Editor* editor, uint32_t at, uint32_t old, const char16_t* indent, uint32_t length) {
-    LineRecord* line = &editor->lines[at];
-    ReserveLineText(editor, line, line->length - old + length);
-    SpliceReserved(editor, line, 0, old, indent, length);
+    SpliceReserved(editor, &editor->lines[at], 0, old, indent, length);
     const int64_t change = int64_t{length} - old;
     if (editor->caret.line == static_cast<int32_t>(at)) ShiftColumn(&editor->caretColumn, change);
     if (editor->anchorColumn != kNoSelection && editor->anchor.line == static_cast<int32_t>(at)) {
@@ -60,17 +51,43 @@ struct Scratch {
     }
 };
 
-void IndentLine(Editor* editor, uint32_t line, int64_t delta, Scratch* scratch) {
-    const uint32_t old = Indentation(editor, line);
-    const int64_t width = NewWidth(editor, line, delta);
-    if (width == IndentWidth(editor->lines[line].text, old)) return;
-    const int64_t tabColumns = TabColumns();
-    const auto tabs = static_cast<uint32_t>(tabColumns > 0 ? width / tabColumns : 0);
-    const auto spaces = static_cast<uint32_t>(tabColumns > 0 ? width % tabColumns : width);
-    char16_t* text = scratch->Room(size_t{tabs} + spaces + 1);
-    std::fill_n(text, tabs, kTab);
-    std::fill_n(text + tabs, spaces, kSpace);
-    ReplaceIndent(editor, line, old, text, tabs + spaces);
+// Makes room for an indentation of `length` units on a line and in the scratch. Unwinds.
+void ReserveIndent(Editor* editor, uint32_t line, uint32_t length, Scratch* scratch) {
+    LineRecord* record = &editor->lines[line];
+    ReserveLineText(editor, record, record->length - Indentation(editor, line) + length);
+    scratch->Room(size_t{length} + 1);
+}
+
+// A width as it is written.
+struct Blanks {
+    uint32_t tabs;
+    uint32_t spaces;
+};
+
+Blanks BlanksOf(int64_t width) {
+    const int64_t columns = TabColumns();
+    if (columns == 0) return {0, static_cast<uint32_t>(width)};
+    return {static_cast<uint32_t>(width / columns), static_cast<uint32_t>(width % columns)};
+}
+
+bool LineChanges(const Editor* editor, uint32_t line, int64_t delta) {
+    return NewWidth(editor, line, delta) != IndentWidth(editor->lines[line].text, Indentation(editor, line));
+}
+
+void ReserveIndents(Editor* editor, uint32_t first, uint32_t last, int64_t delta, Scratch* scratch) {
+    for (uint32_t i = first; i <= last; ++i) {
+        if (!LineChanges(editor, i, delta)) continue;
+        const Blanks blanks = BlanksOf(NewWidth(editor, i, delta));
+        ReserveIndent(editor, i, blanks.tabs + blanks.spaces, scratch);
+    }
+}
+
+void IndentLine(Editor* editor, uint32_t line, int64_t delta, char16_t* scratch) {
+    if (!LineChanges(editor, line, delta)) return;
+    const Blanks blanks = BlanksOf(NewWidth(editor, line, delta));
+    std::fill_n(scratch, blanks.tabs, kTab);
+    std::fill_n(scratch + blanks.tabs, blanks.spaces, kSpace);
+    ReplaceIndent(editor, line, Indentation(editor, line), scratch, blanks.tabs + blanks.spaces);
 }
 
 void RecordIndents(Editor* editor, uint32_t first, uint32_t last, int64_t delta) {
@@ -122,39 +139,47 @@ void IncreaseIndent(Editor* editor) { IndentSelection(editor, TabColumns()); }
 void DecreaseIndent(Editor* editor) { IndentSelection(editor, -TabColumns()); }
 
 bool IndentLines(Editor* editor, uint32_t first, uint32_t last, int64_t delta) {
-    if (!AnyLineChanges(editor, first, last, delta)) return true;
+    uint32_t changing = first;
+    while (changing <= last && !LineChanges(editor, changing, delta)) ++changing;
+    if (changing > last) return true;
     Scratch scratch = {};
-    bool recorded = (editor->flags & kFlagNoUndo) != 0;
-    const bool done = Guarded([&] {
-        if (!recorded) {
-            RecordIndents(editor, first, last, delta);
-            recorded = true;
-            NotifyUndoState(editor);
-            SetModified(editor, 1);
-        }
-        for (uint32_t i = first; i <= last; ++i) IndentLine(editor, i, delta, &scratch);
+    const bool records = (editor->flags & kFlagNoUndo) == 0;
+    // The journal's steps fit the text only while each of them is applied whole or not at all.
+    const bool reserved = Guarded([&] {
+        ReserveIndents(editor, first, last, delta, &scratch);
+        if (records) RecordIndents(editor, first, last, delta);
     });
+    if (reserved) {
+        for (uint32_t i = first; i <= last; ++i) IndentLine(editor, i, delta, scratch.text);
+        if (records) NotifyUndoState(editor);
+        if (records) SetModified(editor, 1);
+        FinishIndent(editor, first, last);
+    }
     MemFree(nullptr, scratch.text);
-    if (recorded) FinishIndent(editor, first, last);
-    return done;
+    return reserved;
 }
 
 bool RestoreIndent(Editor* editor, const UndoEntry& entry) {
     const uint32_t first = entry.line;
     const uint32_t end = std::min(first + IndentRecordLines(entry.indent), editor->lineCount);
-    IndentReader reader = ReadIndentRecord(entry.indent, entry.size);
     Scratch scratch = {};
-    const bool done = Guarded([&] {
+    const bool reserved = Guarded([&] {
+        IndentReader reader = ReadIndentRecord(entry.indent, entry.size);
         for (uint32_t i = first; i < end; ++i) {
             const uint32_t length = ReadIndentLength(&reader);
-            char16_t* text = scratch.Room(size_t{length} + 1);
-            ReadIndentUnits(&reader, text, length);
-            ReplaceIndent(editor, i, Indentation(editor, i), text, length);
+            ReserveIndent(editor, i, length, &scratch);
+            ReadIndentUnits(&reader, scratch.text, length);
         }
     });
+    IndentReader reader = ReadIndentRecord(entry.indent, entry.size);
+    for (uint32_t i = first; reserved && i < end; ++i) {
+        const uint32_t length = ReadIndentLength(&reader);
+        ReadIndentUnits(&reader, scratch.text, length);
+        ReplaceIndent(editor, i, Indentation(editor, i), scratch.text, length);
+    }
     MemFree(nullptr, scratch.text);
-    FinishIndent(editor, first, end - 1);
-    return done;
+    if (reserved) FinishIndent(editor, first, end - 1);
+    return reserved;
 }
 
 bool RepeatIndent(Editor* editor, const UndoEntry& entry) {

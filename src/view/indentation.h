@@ -17,13 +17,12 @@ void IncreaseIndent(Editor* editor);
 void DecreaseIndent(Editor* editor);
 
 // Changes lines first..last by `delta` columns, not below 0. Records one undo step unless recording is off;
-// nothing at all when no line changes. Stops where memory runs out: the undo step then restores every line
-// all the same. False when it did not get to the end.
+// nothing at all when no line changes. False when memory ran out and nothing changed.
 bool IndentLines(Editor* editor, uint32_t first, uint32_t last, int64_t delta);
 
 // Undo and redo of a recorded indentation. Undo restores each line's recorded tabs and spaces from line
 // `entry.line` on; redo indents as many lines from the caret's by the recorded change with the present tab
-// size. False when memory ran out.
+// size. False when memory ran out and nothing changed.
 bool RestoreIndent(Editor* editor, const UndoEntry& entry);
 bool RepeatIndent(Editor* editor, const UndoEntry& entry);
 
