@@ -159,6 +159,19 @@ TEST_F(AllocationFaults, OfLayingOut) {
     EXPECT_GE(Campaign(measure), 2u);
 }
 
+TEST_F(AllocationFaults, OfLayingOutLeaveTheOtherLinesInOneRow) {
+    Editor* editor = Create(kText);
+    ASSERT_GT(ExtraRows(editor->lines[9]), 0u);
+    UseWidth(31);
+    {
+        FaultScope fault(FaultPoint::kAllocation, {.first = 2});
+        EXPECT_FALSE(Guarded([&] { EditorBreakAll(editor); }));
+    }
+    ExpectSound(editor);
+    EXPECT_EQ(BreaksOf(editor, 0), (std::vector<uint32_t>{3, 6})) << "came before";
+    EXPECT_EQ(editor->wrapRows, 2) << "no rows of the old width are left";
+}
+
 TEST_F(AllocationFaults, OfBreakingOneLineAreKeptInside) {
     Editor* editor = Create(kText);
     const int32_t rows = EditorRows(editor);
