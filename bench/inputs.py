@@ -41,6 +41,7 @@ def make(folder):
     wanted = [("log%d.txt" % size, blocks, size * 1000000) for size in LOG_MEGABYTES]
     wanted.append(("line50.txt", [block.replace("\n", " ") for block in blocks], 50 * 1000000))
     wanted.append(("log4.txt", blocks, 4 * 1000000))
+    wanted.append(("log10k.txt", blocks, 10000))
     for name, source, size in wanted:
         path = os.path.join(folder, name)
         if not os.path.exists(path) or os.path.getsize(path) != size:

@@ -1,10 +1,10 @@
 """How long a Windows program takes from its start until its text is on the screen: NIRA with a file of 100 MB, and
-Wine's own notepad with one of 4 MB.
+Wine's own notepad with one of 4 MB. And how long a key takes until it is painted, in a large and a small document.
 
     wine_start.py SCREEN FOLDER REPETITIONS      (by bench/wine_start.sh)
 
 SCREEN is the file that holds the virtual screen's pixels. A black pixel in the part of the screen where both
-programs show text, and neither a caption nor a menu, ends the measurement. Prints both medians in seconds as JSON.
+programs show text, and neither a caption nor a menu, ends the measurement. Prints the medians in seconds as JSON.
 """
 
 import json
@@ -14,6 +14,7 @@ import statistics
 import struct
 import subprocess
 import sys
+import tempfile
 import time
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
@@ -64,6 +65,17 @@ def time_start(screen, command):
     return seconds
 
 
+def key_time(folder, name):
+    """The median time from a key to its paint in the real window, in seconds, of one run of 200 keys."""
+    with tempfile.TemporaryFile() as output:
+        # Into a file: what Wine starts beside the program would hold a pipe open beyond its end.
+        subprocess.run(["wine", os.path.join(ROOT, "build/windows/bench/nira_bench_keys.exe"),
+                        windows_path(os.path.join(folder, name))], check=True, stdin=subprocess.DEVNULL,
+                       stdout=output, stderr=subprocess.DEVNULL)
+        output.seek(0)
+        return float(output.read()) * 1e-6
+
+
 def main():
     screen = Screen(sys.argv[1])
     folder, repetitions = sys.argv[2], int(sys.argv[3])
@@ -72,10 +84,12 @@ def main():
     time.sleep(2)  # the desktop paints itself
     nira = [os.path.join(ROOT, "build/windows/nira.exe"), windows_path(os.path.join(folder, "log100.txt"))]
     notepad = ["notepad", windows_path(os.path.join(folder, "log4.txt"))]
-    times = {"nira": [], "notepad": []}
+    times = {"nira": [], "notepad": [], "keys_large": [], "keys_small": []}
     for _ in range(repetitions):
         times["nira"].append(time_start(screen, nira))
         times["notepad"].append(time_start(screen, notepad))
+        times["keys_large"].append(key_time(folder, "log100.txt"))
+        times["keys_small"].append(key_time(folder, "log10k.txt"))
     keeper.stdin.close()
     keeper.wait()
     print(json.dumps({name: statistics.median(values) for name, values in times.items()}))
