@@ -30,7 +30,7 @@ void ReserveLines(Editor* editor, uint32_t count) {
 void InsertLines(Editor* editor, uint32_t line, const LineRecord* records, uint32_t count) {
     LineRecord* place = editor->lines + line;
     std::memmove(place + count, place, (editor->lineCount - line) * sizeof(LineRecord));
-    std::memcpy(place, records, count * sizeof(LineRecord));
+    if (records != place) std::memcpy(place, records, count * sizeof(LineRecord));
     editor->lineCount += count;
     if (editor->lineCount > static_cast<uint32_t>(editor->lineCapacity)) {
         editor->lineCapacity = static_cast<int32_t>(LineArrayCapacityFor(editor->lineCount));

@@ -16,7 +16,8 @@ uint32_t LineArrayCapacityFor(uint32_t count);
 // Makes room so that inserting `count` records cannot fail. May unwind; changes nothing that shows.
 void ReserveLines(Editor* editor, uint32_t count);
 
-// Inserts `count` records in front of record `line` and counts them in the sums. ReserveLines has run.
+// Inserts `count` records in front of record `line` and counts them in the sums. ReserveLines has run. Behind
+// the last line `records` may be the place itself.
 void InsertLines(Editor* editor, uint32_t line, const LineRecord* records, uint32_t count);
 
 // Removes records first..first+count-1, whose memory has been freed.

@@ -59,11 +59,18 @@ struct Insertion {
     char16_t* undoText;
 };
 
+// Behind the last line the records are filled where they will stand; elsewhere a block move must make room
+// for them first, which cannot be taken back.
+bool FillsInPlace(const Editor* editor, const Insertion& insertion) {
+    return insertion.line + 1 == editor->lineCount;
+}
+
 void FreeInsertion(Editor* editor, Insertion* insertion) {
     for (uint32_t i = 0; insertion->records != nullptr && i < insertion->scan.breaks; ++i) {
         MemFree(editor->heap, insertion->records[i].text);
+        insertion->records[i] = {};
     }
-    MemFree(nullptr, insertion->records);
+    if (!FillsInPlace(editor, *insertion)) MemFree(nullptr, insertion->records);
     MemFree(editor->heap, insertion->undoText);
 }
 
@@ -101,15 +108,17 @@ void FillRecords(Editor* editor, Insertion* insertion, MeasureContext* context) 
 }
 
 void PrepareInsertion(Editor* editor, Insertion* insertion, MeasureContext* context) {
-    LineRecord* line = &editor->lines[insertion->line];
-    if (insertion->scan.breaks == 0) {
+    const uint32_t breaks = insertion->scan.breaks;
+    if (breaks == 0) {
+        LineRecord* line = &editor->lines[insertion->line];
         ReserveLineText(editor, line, line->length + insertion->count);
-    } else {
-        ReserveLineText(editor, line, insertion->column + insertion->scan.first);
-        insertion->records = MemAllocArray<LineRecord>(nullptr, insertion->scan.breaks);
-        FillRecords(editor, insertion, context);
-        ReserveLines(editor, insertion->scan.breaks);
+        return;
     }
+    ReserveLines(editor, breaks);
+    ReserveLineText(editor, &editor->lines[insertion->line], insertion->column + insertion->scan.first);
+    insertion->records = FillsInPlace(editor, *insertion) ? editor->lines + editor->lineCount
+                                                          : MemAllocArray<LineRecord>(nullptr, breaks);
+    FillRecords(editor, insertion, context);
 }
 
 // Appends the undo entry: the last step that can fail.
@@ -149,8 +158,9 @@ void CommitInsertion(Editor* editor, Insertion* insertion) {
     }
     SpliceReserved(editor, line, insertion->column, line->length - insertion->column, insertion->text,
                    insertion->scan.first);
+    const bool inPlace = FillsInPlace(editor, *insertion);
     InsertLines(editor, insertion->line + 1, insertion->records, breaks);
-    MemFree(nullptr, insertion->records);
+    if (!inPlace) MemFree(nullptr, insertion->records);
     for (int32_t& bookmark : editor->bookmarks) {
         if (bookmark > static_cast<int32_t>(insertion->line)) bookmark += static_cast<int32_t>(breaks);
     }

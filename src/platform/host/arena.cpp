@@ -65,10 +65,7 @@ size_t RoundUp(size_t value, size_t unit) { return (value + unit - 1) / unit * u
 
 void* Map(size_t size) {
     void* memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) return nullptr;
-    // A document of a hundred megabytes would spend a third of its loading on faulting in small pages.
-    if (size >= kHugePage) madvise(memory, size, MADV_HUGEPAGE);
-    return memory;
+    return memory == MAP_FAILED ? nullptr : memory;
 }
 
 Tag* TagOf(void* block) { return reinterpret_cast<Tag*>(static_cast<char*>(block) - kHeader); }
@@ -149,6 +146,8 @@ void UnlinkLarge(Arena* arena, Large* large) {
 void* AllocLarge(Arena* arena, size_t size) {
     const size_t mapped = RoundUp(size + sizeof(Large), kPage);
     auto* large = static_cast<Large*>(Map(mapped));
+    // A text of a hundred megabytes would cost more for faulting in small pages than for copying it.
+    if (large != nullptr && mapped >= kHugePage) madvise(large, mapped, MADV_HUGEPAGE);
     if (large == nullptr) return nullptr;
     large->mapped = mapped;
     LinkLarge(arena, large);
