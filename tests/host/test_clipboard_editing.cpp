@@ -122,7 +122,8 @@ TEST_F(ClipboardEditing, CutDeletesNothingThatWasNotCopied) {
     Start(u"abc");
     Select(0, 0, 0, 2);
     PutText(u"precious");
-    for (bool ClipboardState::*trouble : {&ClipboardState::busy, &ClipboardState::refusesText}) {
+    for (bool ClipboardState::*trouble :
+         {&ClipboardState::busy, &ClipboardState::refusesText, &ClipboardState::noMemory}) {
         HostClipboard().*trouble = true;
         Do([&] { EXPECT_FALSE(CopySelection(editor_)); });
         Do([&] { CutSelection(editor_); });
@@ -467,9 +468,8 @@ TEST_F(ClipboardEditing, FiftyMegabytesArePasted) {
 }
 #endif
 
-TEST_F(ClipboardEditing, CopyWithoutMemoryChangesNothing) {
+TEST_F(ClipboardEditing, ACutThatCannotDeleteHasCopied) {
     Start(u"one\ntwo");
-    PutText(u"precious");
     Select(0, 1, 1, 1);
     FaultArm(FaultPoint::kAllocation, {.first = 1});
     CutSelection(editor_);
@@ -477,7 +477,7 @@ TEST_F(ClipboardEditing, CopyWithoutMemoryChangesNothing) {
     Check();
     EXPECT_EQ(HostShellLog().memoryBoxes, 1u);
     EXPECT_EQ(Text(), u"one\ntwo");
-    EXPECT_EQ(OnClipboard(), u"precious");
+    EXPECT_EQ(OnClipboard(), u"ne\r\nt");
 }
 
 class PasteFaults : public ClipboardEditing, public testing::WithParamInterface<bool> {

@@ -12,6 +12,7 @@ ClipboardState& HostClipboard() {
 }
 
 char16_t* ClipboardAllocate(size_t units) {
+    if (HostClipboard().noMemory) return nullptr;
     HostClipboard().block.assign(units, u'\0');
     return HostClipboard().block.data();
 }
