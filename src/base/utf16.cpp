@@ -9,7 +9,7 @@ namespace {
 
 // Eight units that are compared at once; the compiler's own notation for what every processor of the last
 // twenty years has.
-typedef char16_t EightUnits __attribute__((vector_size(16)));
+using EightUnits = char16_t __attribute__((vector_size(16)));
 
 EightUnits EightOf(char16_t unit) { return EightUnits{} + unit; }
 

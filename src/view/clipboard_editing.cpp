@@ -62,6 +62,13 @@ void PasteSmart(Editor* editor, const char16_t* text, uint32_t count) {
     IndentLines(editor, origin.line + 1, CaretLine(editor), origin.targetWidth - base);
 }
 
+// Running out of memory for the clipboard's own block is told like any other.
+char16_t* AllocateForClipboard(size_t units) {
+    char16_t* block = ClipboardAllocate(units);
+    if (block == nullptr) OutOfMemory(true);
+    return block;
+}
+
 }  // namespace
 
 bool CopySelection(Editor* editor) {
@@ -69,8 +76,8 @@ bool CopySelection(Editor* editor) {
     const SelectionRange range = SelectionRangeOf(editor);
     const size_t units =
         TextRangeUnits(editor, editor->lineEnd, range.line1, range.column1, range.line2, range.column2);
-    char16_t* block = ClipboardAllocate(units);
-    if (block == nullptr) return false;
+    char16_t* block = nullptr;
+    if (!Guarded([&] { block = AllocateForClipboard(units); })) return false;
     TextWriteRange(editor, block, editor->lineEnd, range.line1, range.column1, range.line2, range.column2);
     return ClipboardPut(EditorWindow(), block, units);
 }

@@ -42,7 +42,7 @@ class ClipboardEditing : public ViewTest {
     }
     // The text as it is, after undoing and redoing all of it twice; each must give what it gave before.
     std::u16string TextThroughUndo() const {
-        const std::u16string after = Text();
+        std::u16string after = Text();
         UndoAll();
         const std::u16string before = Text();
         RedoAll();
@@ -122,8 +122,7 @@ TEST_F(ClipboardEditing, CutDeletesNothingThatWasNotCopied) {
     Start(u"abc");
     Select(0, 0, 0, 2);
     PutText(u"precious");
-    for (bool ClipboardState::*trouble :
-         {&ClipboardState::busy, &ClipboardState::refusesText, &ClipboardState::noMemory}) {
+    for (bool ClipboardState::*trouble : {&ClipboardState::busy, &ClipboardState::refusesText}) {
         HostClipboard().*trouble = true;
         Do([&] { EXPECT_FALSE(CopySelection(editor_)); });
         Do([&] { CutSelection(editor_); });
@@ -408,7 +407,7 @@ TEST_F(ClipboardEditing, SmartPasteSeesLinesOfEveryForm) {
     for (const std::u16string end : {u"\n", u"\r", u"\r\n"}) {
         Start(u"\t");
         At(0, 1);
-        PasteSmart(u"a" + end + end + u"  b");
+        PasteSmart((u"a" + end).append(end).append(u"  b"));
         EXPECT_EQ(Text(), u"\ta\n\t\n\t  b");
     }
 }
@@ -480,6 +479,20 @@ TEST_F(ClipboardEditing, ACutThatCannotDeleteHasCopied) {
     EXPECT_EQ(OnClipboard(), u"ne\r\nt");
 }
 
+TEST_F(ClipboardEditing, CutWithoutMemoryChangesNothingAndSaysSo) {
+    Start(u"one\ntwo");
+    PutText(u"precious");
+    Select(0, 1, 1, 1);
+    HostShellLogReset();
+    FaultArm(FaultPoint::kAllocation, {.first = 1});
+    CutSelection(editor_);
+    FaultDisarm(FaultPoint::kAllocation);
+    Check();
+    EXPECT_EQ(HostShellLog().memoryBoxes, 1u);
+    EXPECT_EQ(Text(), u"one\ntwo");
+    EXPECT_EQ(OnClipboard(), u"precious");
+}
+
 class PasteFaults : public ClipboardEditing, public testing::WithParamInterface<bool> {
   protected:
     void Prepare() {
@@ -507,7 +520,7 @@ TEST_P(PasteFaults, EveryAllocationMayFailAndUndoStillRestores) {
         Check();
         EXPECT_LE(HostShellLog().memoryBoxes, hits);
         EXPECT_EQ(editor_->flags & (kFlagSmartPaste | kFlagNoUndo), 0u);
-        const std::u16string after = Text();
+        std::u16string after = Text();
         UndoAll();
         EXPECT_EQ(Text(), u"\tone\n\ttwo\nthree");
         RedoAll();
@@ -525,7 +538,7 @@ TEST_P(PasteFaults, UndoAndRedoOfItMayFailToo) {
         ASSERT_LT(call, 400u);
         Prepare();
         Paste(editor_, GetParam());
-        const std::u16string after = Text();
+        std::u16string after = Text();
         HostShellLogReset();
         FaultArm(FaultPoint::kAllocation, {.first = call});
         for (int i = 0; i < 6; ++i) UndoApply(editor_, true, false);

@@ -1,7 +1,6 @@
 #include "platform/clipboard.h"
 
-#include <utility>
-
+#include "platform/heap.h"
 #include "platform/host/clipboard_state.h"
 
 namespace nira {
@@ -12,16 +11,15 @@ ClipboardState& HostClipboard() {
 }
 
 char16_t* ClipboardAllocate(size_t units) {
-    if (HostClipboard().noMemory) return nullptr;
-    HostClipboard().block.assign(units, u'\0');
-    return HostClipboard().block.data();
+    return static_cast<char16_t*>(PlatformHeapAlloc(nullptr, (units + 1) * sizeof(char16_t)));
 }
 
-bool ClipboardPut(WindowHandle, char16_t*, size_t) {
+bool ClipboardPut(WindowHandle, char16_t* block, size_t units) {
     ClipboardState& state = HostClipboard();
-    if (state.busy || state.refusesText) return false;
-    state.text = std::move(state.block);
-    return true;
+    const bool put = !state.busy && !state.refusesText;
+    if (put) state.text = std::u16string(block, units);
+    PlatformHeapFree(nullptr, block);
+    return put;
 }
 
 bool ClipboardOpen(WindowHandle) {
