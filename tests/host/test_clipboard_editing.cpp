@@ -467,30 +467,23 @@ TEST_F(ClipboardEditing, FiftyMegabytesArePasted) {
 }
 #endif
 
-TEST_F(ClipboardEditing, ACutThatCannotDeleteHasCopied) {
-    Start(u"one\ntwo");
-    Select(0, 1, 1, 1);
-    FaultArm(FaultPoint::kAllocation, {.first = 1});
-    CutSelection(editor_);
-    FaultDisarm(FaultPoint::kAllocation);
-    Check();
-    EXPECT_EQ(HostShellLog().memoryBoxes, 1u);
-    EXPECT_EQ(Text(), u"one\ntwo");
-    EXPECT_EQ(OnClipboard(), u"ne\r\nt");
-}
-
-TEST_F(ClipboardEditing, CutWithoutMemoryChangesNothingAndSaysSo) {
-    Start(u"one\ntwo");
-    PutText(u"precious");
-    Select(0, 1, 1, 1);
-    HostShellLogReset();
-    FaultArm(FaultPoint::kAllocation, {.first = 1});
-    CutSelection(editor_);
-    FaultDisarm(FaultPoint::kAllocation);
-    Check();
-    EXPECT_EQ(HostShellLog().memoryBoxes, 1u);
-    EXPECT_EQ(Text(), u"one\ntwo");
-    EXPECT_EQ(OnClipboard(), u"precious");
+TEST_F(ClipboardEditing, ACutWithoutMemoryDeletesNothing) {
+    // First there is none for the clipboard, then none to delete what was copied.
+    const std::u16string clipboards[] = {u"precious", u"ne\r\nt"};
+    for (uint32_t call = 1; call <= 2; ++call) {
+        Start(u"one\ntwo");
+        PutText(u"precious");
+        Select(0, 1, 1, 1);
+        HostShellLogReset();
+        FaultArm(FaultPoint::kAllocation, {.first = call});
+        CutSelection(editor_);
+        FaultDisarm(FaultPoint::kAllocation);
+        Check();
+        EXPECT_EQ(HostShellLog().memoryBoxes, 1u);
+        EXPECT_EQ(Text(), u"one\ntwo");
+        EXPECT_EQ(OnClipboard(), clipboards[call - 1]);
+        EXPECT_EQ(Anchor(), Place(0, 1));
+    }
 }
 
 class PasteFaults : public ClipboardEditing, public testing::WithParamInterface<bool> {
