@@ -179,7 +179,7 @@ void NaiveEditor::IndentLines(int64_t first, int64_t last, int64_t delta) {
         if (width == Columns(old, tabSize)) continue;
         const std::u16string indent = std::u16string(static_cast<size_t>(width / tabSize), u'\t') +
                                       std::u16string(static_cast<size_t>(width % tabSize), u' ');
-        line = indent + line.substr(old.size());
+        line.replace(0, old.size(), indent);
         const int64_t change = static_cast<int64_t>(indent.size()) - static_cast<int64_t>(old.size());
         if (caret.line == i) caret.column = std::max<int64_t>(0, caret.column + change);
         if (anchor && anchor->line == i) anchor->column = std::max<int64_t>(0, anchor->column + change);

@@ -20,7 +20,10 @@ struct NaivePlace {
     int64_t line = 0;
     int64_t column = 0;
 
-    auto operator<=>(const NaivePlace&) const = default;
+    bool operator==(const NaivePlace&) const = default;
+    bool operator<(const NaivePlace& other) const {
+        return line != other.line ? line < other.line : column < other.column;
+    }
 };
 
 enum class NaiveEdit { kTypeUnit, kDeleteUnit, kInsertText, kDeleteText, kIndent };
