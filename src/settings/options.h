@@ -43,8 +43,8 @@ Options& TheOptions();
 TextStyle* OptionsTextStyle();
 TextStyle* OptionsSelectionStyle();
 
-// The tab size as measuring takes it: columns as a signed number, not above INT32_MAX. A stored 0xFFFFFFFF gives
-// -1, which draws tabs as the font's own glyph.
+// The tab size as measuring takes it: columns as a signed number, not above INT32_MAX. A stored 0xFFFFFFFF
+// gives -1, which draws tabs as the font's own glyph.
 int32_t OptionsTabSize();
 
 // The limit of an undo journal in bytes: kilobytes times 1024, not above INT32_MAX.
