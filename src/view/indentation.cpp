@@ -30,10 +30,26 @@ void ShiftColumn(int32_t* column, int64_t change) {
     *column = static_cast<int32_t>(std::max<int64_t>(0, *column + change));
 }
 
-// Replaces a line's first `old` units by tabs and spaces; caret and anchor on it move along. The line's text
-// has been reserved, so that nothing can fail.
-void ReplaceIndent(Editor* editor, uint32_t at, uint32_t old, const char16_t* indent, uint32_t length) {
-    SpliceReserved(editor, &editor->lines[at], 0, old, indent, length);
+// Replaces a line's first `old` units in a text that has been reserved for the result. The width follows from
+// the two indentations; a line that the system shapes, or that is too wide to be told, is measured whole.
+void SpliceIndent(Editor* editor, MeasureContext* context, LineRecord* line, uint32_t old,
+                  const char16_t* indent, uint32_t length) {
+    const int32_t tabSize = OptionsTabSize();
+    const int64_t width = int64_t{line->width} - ContextTextWidth(context, line->text, old, tabSize) +
+                          ContextTextWidth(context, indent, length, tabSize);
+    const bool isSum = line->shaped == 0 && line->width < INT32_MAX && width < INT32_MAX;
+    SpliceReserved(editor, line, 0, old, indent, length);
+    if (isSum) {
+        line->width = static_cast<int32_t>(width);
+    } else {
+        MeasureRecord(line, context);
+    }
+}
+
+// The same for line `at`; caret and anchor on it move along.
+void ReplaceIndent(Editor* editor, MeasureContext* context, uint32_t at, uint32_t old, const char16_t* indent,
+                   uint32_t length) {
+    SpliceIndent(editor, context, &editor->lines[at], old, indent, length);
     const int64_t change = int64_t{length} - old;
     if (editor->caret.line == static_cast<int32_t>(at)) ShiftColumn(&editor->caretColumn, change);
     if (editor->anchorColumn != kNoSelection && editor->anchor.line == static_cast<int32_t>(at)) {
@@ -41,9 +57,18 @@ void ReplaceIndent(Editor* editor, uint32_t at, uint32_t old, const char16_t* in
     }
 }
 
-// A growing scratch text for the indentations of many lines.
+// What changing many lines shares: a growing text for their indentations, and how they are measured.
 struct Scratch {
     char16_t* text;
+    MeasureContext context;
+
+    explicit Scratch(const Editor* editor) : text(nullptr), context{} { OpenLineContext(&context, editor); }
+    ~Scratch() {
+        MemFree(nullptr, text);
+        CloseMeasureContext(&context);
+    }
+    Scratch(const Scratch&) = delete;
+    Scratch& operator=(const Scratch&) = delete;
 
     char16_t* Room(size_t units) {
         if (MemSize(nullptr, text) < units * sizeof(char16_t)) text = MemReAllocArray(nullptr, text, units);
@@ -82,12 +107,13 @@ void ReserveIndents(Editor* editor, uint32_t first, uint32_t last, int64_t delta
     }
 }
 
-void IndentLine(Editor* editor, uint32_t line, int64_t delta, char16_t* scratch) {
+void IndentLine(Editor* editor, uint32_t line, int64_t delta, Scratch* scratch) {
     if (!LineChanges(editor, line, delta)) return;
     const Blanks blanks = BlanksOf(NewWidth(editor, line, delta));
-    std::fill_n(scratch, blanks.tabs, kTab);
-    std::fill_n(scratch + blanks.tabs, blanks.spaces, kSpace);
-    ReplaceIndent(editor, line, Indentation(editor, line), scratch, blanks.tabs + blanks.spaces);
+    std::fill_n(scratch->text, blanks.tabs, kTab);
+    std::fill_n(scratch->text + blanks.tabs, blanks.spaces, kSpace);
+    ReplaceIndent(editor, &scratch->context, line, Indentation(editor, line), scratch->text,
+                  blanks.tabs + blanks.spaces);
 }
 
 void RecordIndents(Editor* editor, uint32_t first, uint32_t last, int64_t delta) {
@@ -107,7 +133,7 @@ void RecordIndents(Editor* editor, uint32_t first, uint32_t last, int64_t delta)
 
 // After lines first..last may have changed: their layout, the caret, the picture.
 void FinishIndent(Editor* editor, uint32_t first, uint32_t last) {
-    Guarded([&] { LinesMeasure(editor, first, last + 1); });
+    Guarded([&] { LinesBreak(editor, first, last + 1); });
     UpdateCaretPixels(editor);
     UpdateAnchorRow(editor);
     EnsureCaretVisible(editor, kCaretMargin);
@@ -142,7 +168,7 @@ bool IndentLines(Editor* editor, uint32_t first, uint32_t last, int64_t delta) {
     uint32_t changing = first;
     while (changing <= last && !LineChanges(editor, changing, delta)) ++changing;
     if (changing > last) return true;
-    Scratch scratch = {};
+    Scratch scratch(editor);
     const bool records = (editor->flags & kFlagNoUndo) == 0;
     // The journal's steps fit the text only while each of them is applied whole or not at all.
     const bool reserved = Guarded([&] {
@@ -150,19 +176,18 @@ bool IndentLines(Editor* editor, uint32_t first, uint32_t last, int64_t delta) {
         if (records) RecordIndents(editor, first, last, delta);
     });
     if (reserved) {
-        for (uint32_t i = first; i <= last; ++i) IndentLine(editor, i, delta, scratch.text);
+        for (uint32_t i = first; i <= last; ++i) IndentLine(editor, i, delta, &scratch);
         if (records) NotifyUndoState(editor);
         if (records) SetModified(editor, 1);
         FinishIndent(editor, first, last);
     }
-    MemFree(nullptr, scratch.text);
     return reserved;
 }
 
 bool RestoreIndent(Editor* editor, const UndoEntry& entry) {
     const uint32_t first = entry.line;
     const uint32_t end = std::min(first + IndentRecordLines(entry.indent), editor->lineCount);
-    Scratch scratch = {};
+    Scratch scratch(editor);
     const bool reserved = Guarded([&] {
         IndentReader reader = ReadIndentRecord(entry.indent, entry.size);
         for (uint32_t i = first; i < end; ++i) {
@@ -175,9 +200,8 @@ bool RestoreIndent(Editor* editor, const UndoEntry& entry) {
     for (uint32_t i = first; reserved && i < end; ++i) {
         const uint32_t length = ReadIndentLength(&reader);
         ReadIndentUnits(&reader, scratch.text, length);
-        ReplaceIndent(editor, i, Indentation(editor, i), scratch.text, length);
+        ReplaceIndent(editor, &scratch.context, i, Indentation(editor, i), scratch.text, length);
     }
-    MemFree(nullptr, scratch.text);
     if (reserved) FinishIndent(editor, first, end - 1);
     return reserved;
 }
