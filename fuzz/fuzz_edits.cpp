@@ -8,7 +8,9 @@
 #include "engine/window_state.h"
 #include "fuzz_fixture.h"
 #include "platform/host/surface_state.h"
+#include "view/clipboard_editing.h"
 #include "view/editing.h"
+#include "view/indentation.h"
 #include "view/navigation.h"
 #include "view/scroll.h"
 #include "view/undo_apply.h"
@@ -34,8 +36,7 @@ std::u16string Text(FuzzedDataProvider* bytes) {
             continue;
         }
         const char16_t unit = Unit(bytes);
-        // Breaks of a paste are pairs by the time they get here.
-        if (unit != u'\r' && unit != u'\n') text += unit;
+        text += unit;
     }
     return text;
 }
@@ -52,7 +53,7 @@ void Resize(Editor* editor, int32_t width, int32_t height) {
 }
 
 void Step(Editor* editor, FuzzedDataProvider* bytes) {
-    switch (bytes->ConsumeIntegralInRange(0, 11)) {
+    switch (bytes->ConsumeIntegralInRange(0, 15)) {
         case 0:
             TypeChar(editor, Unit(bytes));
             break;
@@ -87,6 +88,21 @@ void Step(Editor* editor, FuzzedDataProvider* bytes) {
             break;
         case 10:
             DragTo(editor, bytes->ConsumeIntegralInRange(-50, 250), bytes->ConsumeIntegralInRange(-50, 250));
+            break;
+        case 11: {
+            const std::u16string text = Text(bytes);
+            TheOptions().smartBase = bytes->ConsumeBool() ? 1 : 0;
+            PasteText(editor, text.data(), static_cast<uint32_t>(text.size()), bytes->ConsumeBool());
+            break;
+        }
+        case 12:
+            IncreaseIndent(editor);
+            break;
+        case 13:
+            DecreaseIndent(editor);
+            break;
+        case 14:
+            MarkStart(editor);
             break;
         default:
             SelectAll(editor);
