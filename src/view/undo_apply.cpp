@@ -12,8 +12,12 @@ namespace {
 
 constexpr int32_t kCaretWidth = 2;
 
-bool PerformEntry(Editor* editor, const UndoEntry& entry) {
+// Indentation that was repeated with tabs of another size may have left the text shorter than the entry knows
+// it. The entry then applies at the nearest place there is, and keeps that place for its way back.
+bool PerformEntry(Editor* editor, UndoEntry& entry) {
     MoveCaretTo(editor, entry.line, entry.column);
+    entry.line = static_cast<uint32_t>(editor->caret.line);
+    entry.column = static_cast<uint32_t>(editor->caretColumn);
     switch (KindOf(entry)) {
         case UndoKind::kDeleteChar:
             if (TextDeleteCount(editor, entry.line, entry.column, 1) == kTextFailed) return false;

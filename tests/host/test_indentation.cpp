@@ -339,6 +339,38 @@ TEST_F(Indenting, UndoAfterAChangeOfTheTabSizeBringsBackTheSameUnits) {
     EXPECT_EQ(editor_->widestLine, (1 + 8 + 1) * kUnit);
 }
 
+TEST_F(Indenting, StepsBehindARedoThatMadeTheLineShorterStayInsideIt) {
+    Start(u"   a");
+    Increase();
+    At(0, 5);
+    for (const char16_t unit : {u'x', u'y'}) Do([&] { TypeChar(editor_, unit); });
+    for (int i = 0; i < 3; ++i) Undo();
+    TheOptions().tabSize = 7;
+    Do([&] { ReapplyOptions(editor_); });
+    for (int i = 0; i < 3; ++i) Redo();
+    EXPECT_EQ(Text(), u"\taxy");
+    EXPECT_EQ(Caret(), Place(0, 4));
+    for (int i = 0; i < 3; ++i) Undo();
+    EXPECT_EQ(Text(), u"   a") << "all of it is taken back";
+}
+
+TEST_F(Indenting, StepsBehindARedoThatCostLinesStayInsideTheText) {
+    Start(u"   abcd\nb\nc");
+    Increase();
+    Select(0, 6, 0, 8);
+    Do([&] { DeleteForward(editor_); });
+    At(2, 1);
+    Do([&] { TypeChar(editor_, u'x'); });
+    Increase();
+    for (int i = 0; i < 4; ++i) Undo();
+    TheOptions().tabSize = 7;
+    Do([&] { ReapplyOptions(editor_); });
+    for (int i = 0; i < 4; ++i) Redo();
+    EXPECT_EQ(Text(), u"\tabcd\n    cx") << "the deletion took two characters from the line's end on";
+    for (int i = 0; i < 2; ++i) Undo();
+    EXPECT_EQ(Text(), u"\tabcd\nc");
+}
+
 TEST_F(Indenting, ARedoThatChangesNothingStillCountsAsDone) {
     Start(u" \ta");
     Decrease();
