@@ -3,6 +3,7 @@
 #include "app/pending_paths.h"
 #include "app_fixture.h"
 #include "base/utf16.h"
+#include "platform/host/clipboard_state.h"
 
 namespace nira {
 namespace {
@@ -108,11 +109,58 @@ TEST_F(CommandsTest, ClearDeletesForwardWithoutASelection) {
 TEST_F(CommandsTest, ToggleWrapFlipsTheShownDocument) {
     NewBuffer();
     const int16_t before = Shown()->wordWrap;
+    const uint32_t waits = HostPointer().waits;
 
     Run(CMD_TOGGLE_WRAP);
 
     EXPECT_NE(Shown()->wordWrap, before);
+    EXPECT_EQ(HostPointer().waits, waits + 1);
     EXPECT_FALSE(HostPointer().waiting);
+}
+
+TEST_F(CommandsTest, EachPasteCommandPastesInItsMode) {
+    HostClipboard() = {};
+    HostClipboard().text = u" a\n b";
+    for (const uint32_t smart : {0u, 1u}) {
+        TheOptions().pasteMode = smart;
+        for (const uint32_t command : {uint32_t{CMD_PASTE}, uint32_t{CMD_PASTE_OTHER}}) {
+            NewBuffer();
+            const uint32_t waits = HostPointer().waits;
+
+            Run(command);
+
+            const bool isSmart = (smart != 0) == (command == CMD_PASTE);
+            EXPECT_EQ(std::u16string(Shown()->lines[1].text), isSmart ? u"b" : u" b") << command;
+            EXPECT_EQ(HostPointer().waits, waits + 1);
+            EXPECT_FALSE(HostPointer().waiting);
+        }
+    }
+    HostClipboard() = {};
+}
+
+TEST_F(CommandsTest, IndentCommandsMoveTheLineOutAndBackAndShowTheirBar) {
+    NewBuffer();
+    Type(u"a");
+
+    Run(CMD_INDENT_MORE);
+    EXPECT_EQ(std::u16string(Shown()->lines[0].text), u"\ta");
+    Run(CMD_INDENT_LESS);
+
+    EXPECT_EQ(std::u16string(Shown()->lines[0].text), u"a");
+    EXPECT_EQ(TheStandIns().barsShown, std::vector<ToolBar>(2, ToolBar::kIndent));
+}
+
+TEST_F(CommandsTest, PagesMoveTheirOwnWay) {
+    NewBuffer();
+    for (int i = 0; i < 100; ++i) Type(u"\n");
+    const int32_t last = Shown()->caret.row;
+
+    Run(CMD_PAGE_UP);
+    const int32_t above = Shown()->caret.row;
+    Run(CMD_PAGE_DOWN);
+
+    EXPECT_LT(above, last);
+    EXPECT_EQ(Shown()->caret.row, last);
 }
 
 TEST_F(CommandsTest, MarkedTextIsExtendedByMovesUntilTheMarkEnds) {
