@@ -76,6 +76,18 @@ def set_text(name, value):
     probe("text", SETTINGS, name, value)
 
 
+def texts(key_name):
+    """The text values of a registry key, as {name: text}."""
+    # Into a file, for the same reason as the probe's output.
+    with tempfile.TemporaryFile() as output:
+        subprocess.run(["wine", "reg", "query", "HKCU\\" + key_name], stdin=subprocess.DEVNULL, stdout=output,
+                       stderr=subprocess.DEVNULL, timeout=TIMEOUT, check=False)
+        output.seek(0)
+        lines = output.read().decode(errors="replace").splitlines()
+    found = (re.match(r"    (.*?)    REG_SZ    (.*)", line) for line in lines)
+    return {hit[1]: hit[2] for hit in found if hit}
+
+
 def windows_path(path):
     """The name of a file of this system for a Windows program."""
     return "Z:" + os.path.abspath(path).replace("/", "\\")

@@ -1,0 +1,259 @@
+"""Several documents at once: their titles, their order, their closing, and the bars and lists around them."""
+import nira_driver
+import pytest
+from nira_driver import key, type_text
+
+RECENT = nira_driver.SETTINGS + r"\MRU"
+
+
+def close(nira, next_title):
+    """Closes the shown document by the menu; the documents left show `next_title`."""
+    key("alt+b", "c")
+    nira.wait_title(next_title)
+
+
+def change(nira, text="x"):
+    title = nira.title()
+    type_text(text)
+    nira.wait_title(title + " *")
+
+
+@pytest.fixture
+def three(opened, start, tmp_path):
+    """NIRA with notes.txt, b.txt and c.txt open, the last one shown: (nira, their paths)."""
+    nira, first = opened(b"a\r\n")
+    paths = [first]
+    for name in ("b.txt", "c.txt"):
+        path = tmp_path / name
+        path.write_bytes(name[:1].encode() + b"\r\n")
+        paths.append(path)
+        assert start(path).wait_exit() == 0
+        nira.wait_title(name)
+    return nira, paths
+
+
+def test_new_documents_never_get_the_number_of_a_closed_one(start):
+    nira = start()
+    nira.wait_title("Untitled1")
+    key("ctrl+n")
+    nira.wait_title("Untitled2")
+    close(nira, "Untitled1")
+    key("ctrl+n")
+    nira.wait_title("Untitled3")
+    key("ctrl+Tab")
+    nira.wait_title("Untitled1")
+    key("ctrl+Tab")
+    nira.wait_title("Untitled3")
+
+
+def test_closing_the_only_document_leaves_a_new_one(start):
+    nira = start()
+    nira.wait_title("Untitled1")
+    close(nira, "Untitled2")
+    type_text("x")
+    nira.wait_title("Untitled2 *")
+
+
+def test_the_next_document_after_the_last_is_the_first(three):
+    nira, _ = three
+    for title in ("notes.txt", "b.txt", "c.txt", "notes.txt"):
+        key("ctrl+Tab")
+        nira.wait_title(title)
+
+
+def test_the_next_document_of_a_single_one_is_itself(opened):
+    nira, path = opened(b"one\r\n")
+    key("ctrl+Tab")
+    change(nira)
+    assert nira.title() == "notes.txt *"
+    key("ctrl+s")
+    nira.wait_title("notes.txt")
+    assert path.read_bytes() == b"xone\r\n"
+
+
+def test_closing_in_the_middle_shows_the_first_and_keeps_the_order(three):
+    nira, _ = three
+    key("ctrl+n")
+    nira.wait_title("Untitled2")
+    for title in ("notes.txt", "b.txt"):
+        key("ctrl+Tab")
+        nira.wait_title(title)
+    close(nira, "notes.txt")
+    for title in ("c.txt", "Untitled2", "notes.txt"):
+        key("ctrl+Tab")
+        nira.wait_title(title)
+    # The items of the menu have moved up with the documents: two up from the end is the second.
+    key("alt+b", "Up", "Up", "Return")
+    nira.wait_title("c.txt")
+
+
+def change_all(nira, titles):
+    """Changes each of the documents; the one shown is the last of `titles`."""
+    for title in titles:
+        key("ctrl+Tab")
+        nira.wait_title(title)
+        change(nira, "x")
+
+
+CLOSING = {"close all": lambda: key("alt+b", "a"), "exit": lambda: key("ctrl+q")}
+
+
+@pytest.mark.parametrize("way", CLOSING)
+def test_closing_every_document_asks_about_each_change(three, way):
+    nira, paths = three
+    change_all(nira, ["notes.txt", "b.txt", "c.txt"])
+    CLOSING[way]()
+    # The shown one comes first, then the others in their order.
+    for title, answer in (("c.txt", "No"), ("notes.txt", "Yes"), ("b.txt", "Yes")):
+        box = nira.wait_box("File modified")
+        assert f"Save changes to '{title}'?" in box.texts("Static")
+        nira.answer(box, answer)
+    if way == "exit":
+        assert nira.wait_exit() == 0
+    else:
+        nira.wait_title("Untitled2")
+    assert [path.read_bytes() for path in paths] == [b"xa\r\n", b"xb\r\n", b"c\r\n"]
+
+
+@pytest.mark.parametrize("way", CLOSING)
+def test_cancel_keeps_the_documents_not_yet_closed(three, way):
+    nira, paths = three
+    change_all(nira, ["notes.txt", "b.txt", "c.txt"])
+    CLOSING[way]()
+    nira.answer(nira.wait_box("File modified"), "Yes")
+    nira.answer(nira.wait_box("File modified"), "Cancel")
+    nira.wait_title("notes.txt *")
+    assert nira.is_running()
+    key("ctrl+Tab")
+    nira.wait_title("b.txt *")
+    key("ctrl+Tab")
+    nira.wait_title("notes.txt *")
+    assert [path.read_bytes() for path in paths] == [b"a\r\n", b"b\r\n", b"xc\r\n"]
+
+
+def test_save_all_writes_a_file_that_was_not_changed(three):
+    nira, paths = three
+    change(nira)
+    paths[0].unlink()
+    key("alt+f", "l")
+    nira.wait_title("c.txt")
+    assert [path.read_bytes() for path in paths] == [b"a\r\n", b"b\r\n", b"xc\r\n"]
+
+
+def test_a_file_takes_the_place_of_an_untouched_new_document(start, tmp_path):
+    path = tmp_path / "notes.txt"
+    path.write_bytes(b"one\r\n")
+    nira = start()
+    nira.wait_title("Untitled1")
+    assert start(path).wait_exit() == 0
+    nira.wait_title("notes.txt")
+    key("ctrl+n")
+    nira.wait_title("Untitled2")
+    for title in ("notes.txt", "Untitled2"):
+        key("ctrl+Tab")
+        nira.wait_title(title)
+
+
+def test_a_file_is_opened_beside_a_changed_new_document(start, tmp_path):
+    path = tmp_path / "notes.txt"
+    path.write_bytes(b"one\r\n")
+    nira = start()
+    nira.wait_title("Untitled1")
+    change(nira)
+    assert start(path).wait_exit() == 0
+    nira.wait_title("notes.txt")
+    key("ctrl+Tab")
+    nira.wait_title("Untitled1 *")
+
+
+def test_a_second_start_without_a_file_opens_nothing(three, start):
+    nira, _ = three
+    assert start().wait_exit() == 0
+    assert nira.title() == "c.txt"
+    key("ctrl+Tab")
+    nira.wait_title("notes.txt")
+
+
+def test_undoing_the_change_takes_the_mark_from_the_title(opened):
+    nira, _ = opened(b"one\r\n")
+    change(nira)
+    key("ctrl+z")
+    nira.wait_title("notes.txt")
+
+
+# ---- Recent files
+
+
+def entry(path):
+    return nira_driver.windows_path(path) + r"\\ANSI"
+
+
+def test_the_ten_files_closed_last_are_kept_and_the_menu_opens_them(start, tmp_path):
+    paths = [tmp_path / f"{number}.txt" for number in range(11)]
+    for path in paths:
+        path.write_bytes(b"one\r\n")
+    nira = start(paths[0])
+    nira.wait_title("0.txt")
+    for path in paths[1:]:
+        assert start(path).wait_exit() == 0
+        nira.wait_title(path.name)
+    # The one shown is closed first, and then the rest in their order: 10, 0, 1 ... 9.
+    key("alt+b", "a")
+    nira.wait_title("Untitled2")
+    kept = [entry(path) for path in reversed(paths[:10])]
+    assert nira_driver.texts(RECENT) == {str(number): text for number, text in enumerate(kept)}
+    key("alt+f", "f", "3")
+    nira.wait_title("6.txt")
+    del kept[3]
+    assert nira_driver.texts(RECENT) == {str(number): text for number, text in enumerate(kept)}
+
+
+def test_an_empty_list_of_recent_files_opens_nothing(start):
+    nira = start()
+    nira.wait_title("Untitled1")
+    key("alt+f", "f", "Return", "Escape", "Escape", "Escape")
+    change(nira)
+    assert nira.title() == "Untitled1 *"
+
+
+# ---- Bars
+
+
+def bar(nira):
+    """The bar in sight."""
+    bars = [child for child in nira.window().children if child.kind == "ToolbarWindow32"]
+    assert len(bars) == 1, bars
+    return bars[0]
+
+
+def click_button(place, number):
+    """Clicks the image button of that number, from 1, behind the drop-down of a tool bar."""
+    nira_driver.click(place.left + 72 + 24 * number, (place.top + place.bottom) // 2)
+
+
+# How the bar comes, how it is asked for again while it is there, and the number of its Cancel button.
+BARS = {
+    "undo": (lambda: key("ctrl+z"), lambda made: key("ctrl+y"), 4),
+    "navigate": (lambda: key("alt+n", "d"), lambda made: click_button(made, 2), 6),
+    "indent": (lambda: key("ctrl+shift+i"), lambda made: click_button(made, 2), 3),
+}
+
+
+@pytest.mark.parametrize("kind", BARS)
+def test_a_bar_is_made_once_and_closed_by_its_cancel(opened, kind):
+    nira, _ = opened(b"one\r\n")
+    bring, ask_again, cancel = BARS[kind]
+    main = bar(nira)
+    change(nira)
+    bring()
+    made = nira_driver.wait_for("bar", lambda: (now := bar(nira)).handle != main.handle and now)
+    assert (made.left, made.right, made.bottom) == (main.left, main.right, main.bottom)
+    ask_again(made)
+    # A key that shows: what was asked for before it has been done.
+    key("ctrl+n")
+    nira.wait_title("Untitled2")
+    assert bar(nira).handle == made.handle
+    click_button(made, cancel)
+    # A second bar, had one been made, would come to sight here.
+    now = nira_driver.wait_for("end of the bar", lambda: (now := bar(nira)).handle != made.handle and now)
+    assert now.handle == main.handle
