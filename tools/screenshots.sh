@@ -3,5 +3,10 @@
 # shellcheck source=tools/common.sh
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
+need_packages "${build_packages[@]}" "${wine_packages[@]}" "${screen_packages[@]}" "${test_packages[@]}"
+build windows nira nira_probe || die "NIRA could not be built"
+use_spare_prefix
+start_screen
+trap 'stop_wine; stop_screen' EXIT
 mkdir -p "$root/docs/screenshots"
-"$root/run" --picture "$root/docs/screenshots/main.png" "$root/docs/samples/harbour.txt"
+"$python" "$root/tools/screenshots.py" "$root/docs/screenshots" "$root/docs/samples/harbour.txt"
