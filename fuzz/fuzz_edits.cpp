@@ -123,6 +123,8 @@ void FuzzEdits(const uint8_t* data, size_t size) {
     Editor* editor = EditorCreate();
     TheWindowState().currentEditor = editor;
     TheOptions().keepIndent = bytes.ConsumeBool() ? 1 : 0;
+    constexpr uint32_t kTabSizes[] = {0, 1, 3, 8, 64};
+    TheOptions().tabSize = bytes.PickValueInArray(kTabSizes);
     while (bytes.remaining_bytes() > 0) {
         Step(editor, &bytes);
         CheckAll(editor);

@@ -38,9 +38,10 @@ void NoteCaretPlace(Editor* editor) {
 
 void UpdateVisibleRows(Editor* editor) {
     const int32_t last = EditorRows(editor) - 1;
-    editor->scrollY = std::min(editor->scrollY, last * editor->lineHeight);
+    editor->scrollY = std::min(editor->scrollY, Narrow(int64_t{last} * editor->lineHeight));
     editor->top = EditorRowPosition(editor, editor->scrollY / editor->lineHeight);
-    editor->bottomRow = std::min((editor->scrollY + Client().height) / editor->lineHeight, last);
+    const int64_t bottom = (int64_t{editor->scrollY} + Client().height) / editor->lineHeight;
+    editor->bottomRow = static_cast<int32_t>(std::min<int64_t>(bottom, last));
 }
 
 int64_t NewScrollY(const Editor* editor, int32_t code) {
@@ -198,7 +199,7 @@ void UpdateCaretPixels(Editor* editor) {
     const uint32_t start = RowStart(line, static_cast<uint32_t>(editor->caret.subRow));
     editor->caretX = TextWidth(TheWindowState().editorWindow, editor->textStyle->font, line.text + start,
                                column - start, OptionsTabSize());
-    editor->caretY = editor->caret.row * editor->lineHeight;
+    editor->caretY = Narrow(int64_t{editor->caret.row} * editor->lineHeight);
 }
 
 void UpdateAnchorRow(Editor* editor) {

@@ -212,6 +212,29 @@ TEST_F(OptionsStore, PassesOverSingleFailedWrites) {
     EXPECT_TRUE(MessageLog().empty());
 }
 
+// Whatever fails, options load, with the default or the stored value of each, and saving ends without a
+// crash.
+TEST_F(OptionsStore, EveryRegistryCallMayFail) {
+    for (const uint32_t howMany : {1u, kFaultForever}) {
+        uint32_t hits = 1;
+        for (uint32_t call = 1; hits > 0; ++call) {
+            ASSERT_LT(call, 200u);
+            RegistryMemorySetDword(kUser, kKey, u"tabSize", 8);
+            FaultScope fault(FaultPoint::kAnyRegistry, {.first = call, .howMany = howMany});
+            Reload();
+            EXPECT_TRUE(TheOptions().tabSize == 8 || TheOptions().tabSize == 3) << call;
+            EXPECT_EQ(TheOptions().undoSize, 100u) << call;
+            EXPECT_NE(TheOptions().font, nullptr) << call;
+            SaveOptions();
+            hits = fault.Hits();
+            EXPECT_LE(MessageLog().size(), 1u) << "only a key that cannot be opened is told";
+            MessageLogReset();
+            EXPECT_EQ(RegistryMemoryOpenHandles(), 0u);
+            RegistryMemoryDeleteKey(kUser, kKey);
+        }
+    }
+}
+
 TEST_F(OptionsStore, FreeingTwiceIsHarmless) {
     ASSERT_EQ(LoadOptions(), 1);
     FreeOptions();

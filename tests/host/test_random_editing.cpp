@@ -70,7 +70,7 @@ class RandomEditing : public ViewTest {
     void Run(const char* name) {
         const uint32_t steps = FromEnvironment("NIRA_RANDOM_STEPS", kSteps);
         const uint32_t seed = FromEnvironment("NIRA_RANDOM_SEED", std::random_device()());
-        std::printf("%s: %u steps, seed %u\n", name, steps, seed);
+        std::printf("count: %s: %u steps, seed %u\n", name, steps, seed);
         random_.seed(seed);
         for (uint32_t i = 0; i < steps; ++i) {
             if (i % kRound == 0) StartRound();

@@ -44,7 +44,7 @@ class RandomEdits : public EditorTest {
   protected:
     void Run(const char* name, const char16_t* alphabet) {
         const uint32_t seed = std::random_device()();
-        std::printf("%s: %d operations, seed %u\n", name, kOperations, seed);
+        std::printf("count: %s: %d operations, seed %u\n", name, kOperations, seed);
         random_.seed(seed);
         alphabet_ = alphabet;
         TheOptions().undoSize = 1;

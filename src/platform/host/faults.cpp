@@ -18,6 +18,8 @@ struct Armed {
 
 std::array<Armed, static_cast<size_t>(FaultPoint::kCount)> points;
 
+FaultTotals totals;
+
 Armed& At(FaultPoint point) { return points[static_cast<size_t>(point)]; }
 
 FaultPoint GroupOf(FaultPoint point) {
@@ -47,6 +49,12 @@ uint32_t UsualError(FaultPoint point) {
     }
 }
 
+void CountTotal(FaultPoint point) {
+    if (point == FaultPoint::kAllocation) ++totals.allocations;
+    if (GroupOf(point) == FaultPoint::kAnyFile) ++totals.files;
+    if (GroupOf(point) == FaultPoint::kAnyRegistry) ++totals.registry;
+}
+
 bool CountAndTest(Armed* armed) {
     ++armed->calls;
     if (!armed->active || armed->calls < armed->plan.first) return false;
@@ -67,11 +75,14 @@ uint32_t FaultCalls(FaultPoint point) { return At(point).calls; }
 
 uint32_t FaultHits(FaultPoint point) { return At(point).hits; }
 
+const FaultTotals& FaultTotalsSoFar() { return totals; }
+
 bool FaultStrikes(FaultPoint point, FaultEffect* effect) {
     const FaultPoint group = GroupOf(point);
     const bool ownStrikes = CountAndTest(&At(point));
     const bool groupStrikes = group != FaultPoint::kCount && CountAndTest(&At(group));
     if (!ownStrikes && !groupStrikes) return false;
+    CountTotal(point);
     const FaultPlan& plan = ownStrikes ? At(point).plan : At(group).plan;
     const bool transfers = point == FaultPoint::kFileRead || point == FaultPoint::kFileWrite;
     const FaultEffect felt = transfers ? plan.effect : FaultEffect::kFail;

@@ -69,6 +69,14 @@ void FaultResetAll();
 uint32_t FaultCalls(FaultPoint point);
 uint32_t FaultHits(FaultPoint point);
 
+// Faults of the kinds below that struck since the process began, for the summary of a whole test run.
+struct FaultTotals {
+    uint64_t allocations;
+    uint64_t files;
+    uint64_t registry;
+};
+const FaultTotals& FaultTotalsSoFar();
+
 // A plan for as long as this object lives.
 class FaultScope {
   public:
