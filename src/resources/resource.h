@@ -7,6 +7,7 @@
 //     IDS_   text of the string table (the texts themselves are in strings.inc)
 //     IDB_   bitmap with a row of 16 x 16 images     IDI_   icon
 //     IDD_   dialog                                  IDR_   menu, menu bar (RCDATA) or accelerator table
+//     IDC_   control of a dialog
 //     CMD_   command identifier, as it arrives in the low word of WM_COMMAND's first parameter
 //     BARPOPUP_  command identifier of a drop-down button, which names the pop-up in WM_INITMENUPOPUP
 //     BAR_   fields of a menu-bar button             IMG_   index of an image on a menu bar
@@ -24,6 +25,16 @@
 #define IDB_BAR 6002          // thirteen images: IMG_WINDOWS to IMG_INDENT_LESS
 
 #define IDD_ABOUT 103
+#define IDD_FILE 2001
+#define IDD_NEW_FOLDER 2002
+#define IDD_FIND 2003
+#define IDD_REPLACE 2004
+#define IDD_CHOOSE_FONT 2005
+#define IDD_OPTIONS_FORMAT 2006
+#define IDD_OPTIONS_EDITOR 2007
+#define IDD_GO_TO 2009
+#define IDD_OPTIONS_WORDS 2010
+#define IDD_OPTIONS_INDENT 2011
 
 #define IDR_MENU_LINE_ENDS 3001  // the pop-up of the save dialog's drop-down
 #define IDR_MENU_MAIN 3002       // the four pop-ups of the main menu bar
@@ -163,6 +174,71 @@
 #define CMD_CLOSE_NAVIGATE_BAR 1066
 #define CMD_NEXT_BUFFER 1068
 #define CMD_CLOSE_INDENT_BAR 1078
+
+// ---- Controls of dialogs ----------------------------------------------------------------------------------
+// File dialog
+#define IDC_FILE_NAME 1000
+#define IDC_FILE_ENCODING 1001
+#define IDC_FILE_NAME_LABEL 1002
+#define IDC_FILE_ENCODING_LABEL 1003
+#define IDC_FILE_LIST 1004
+#define IDC_FILE_RULE 1005
+#define IDC_FILE_FOLDER 1006
+// Create folder
+#define IDC_NEW_FOLDER_LABEL 1011
+#define IDC_NEW_FOLDER_NAME 1012
+// Find and Replace
+#define IDC_PATTERN 1017
+#define IDC_MATCH_CASE 1018
+#define IDC_DIRECTION 1019
+#define IDC_UP 1020
+#define IDC_DOWN 1021
+#define IDC_REPLACE_LABEL 1024
+#define IDC_WITH_LABEL 1025
+#define IDC_REPLACEMENT 1026
+#define IDC_FIND_LABEL 1027
+#define IDC_WHOLE_WORD 1071
+// Choose font
+#define IDC_FONT_LABEL 1035
+#define IDC_FONT_FACE 1036
+#define IDC_FONT_SIZE_LABEL 1037
+#define IDC_FONT_SIZE 1038
+#define IDC_FONT_BOLD 1039
+#define IDC_FONT_ITALIC 1040
+#define IDC_FONT_UNDERLINE 1041
+#define IDC_FONT_STRIKETHROUGH 1042
+#define IDC_FONT_CLEARTYPE 1054
+// Options: Format
+#define IDC_FORMAT_CHOOSE_FONT 1043
+#define IDC_FORMAT_FONT 1044
+#define IDC_FORMAT_COLORS 1045
+#define IDC_FORMAT_COLOR_SET 1046
+#define IDC_FORMAT_FORE_LABEL 1047
+#define IDC_FORMAT_BACK_LABEL 1048
+#define IDC_FORMAT_FORE 1049
+#define IDC_FORMAT_BACK 1050
+// Options: Editor
+#define IDC_EDITOR_SAFE_SAVE 1060
+#define IDC_EDITOR_UNDO_SIZE 1061
+#define IDC_EDITOR_BOM_SAVE 1067
+#define IDC_EDITOR_HISTORY_SIZE 1079
+#define IDC_EDITOR_WRAP 1080
+#define IDC_EDITOR_ENCODING 1081
+// Options: Words
+#define IDC_WORDS_SEPARATORS 1069
+#define IDC_WORDS_STOP_AT_END 1070
+// Options: Indent
+#define IDC_INDENT_TAB_SIZE 1052
+#define IDC_INDENT_KEEP 1053
+#define IDC_INDENT_PASTE_NORMAL 1072
+#define IDC_INDENT_PASTE_SMART 1073
+#define IDC_INDENT_BASE_FIRST 1074
+#define IDC_INDENT_BASE_MINIMUM 1075
+#define IDC_INDENT_PASTE_GROUP 1076
+#define IDC_INDENT_BASE_GROUP 1077
+// Go to
+#define IDC_GO_TO_RANGE 1063
+#define IDC_GO_TO_LINE 1064
 
 // ---- String table -----------------------------------------------------------------------------------------
 #define IDS_OVERWRITE_QUESTION 4001
