@@ -6,6 +6,7 @@ namespace nira {
 
 namespace {
 ShellLog shellLog;
+uint32_t escapeAt = 0;
 }  // namespace
 
 void RequestFreeMemory(uint32_t bytes) {
@@ -20,8 +21,22 @@ void ShowOutOfMemoryBox(WindowHandle owner) {
     shellLog.lastBoxOwner = owner;
 }
 
+void BeginLongOperation() {
+    ++shellLog.longOperations;
+    shellLog.answers = 0;
+}
+
+bool KeepAnswering() { return ++shellLog.answers != escapeAt; }
+
+bool AnsweringDue() { return escapeAt != 0; }
+
 const ShellLog& HostShellLog() { return shellLog; }
 
-void HostShellLogReset() { shellLog = ShellLog{}; }
+void HostShellLogReset() {
+    shellLog = ShellLog{};
+    escapeAt = 0;
+}
+
+void HostPressEscapeAt(uint32_t call) { escapeAt = call; }
 
 }  // namespace nira
