@@ -16,19 +16,6 @@ constexpr uint32_t kLongLine = 2000;
 
 size_t BlockBytes(uint32_t capacity) { return (size_t{capacity} + 1) * sizeof(char16_t); }
 
-// Sets length and terminator and gives memory back by the capacity rule. The block is large enough.
-void SetLength(Editor* editor, LineRecord* line, uint32_t length) {
-    line->length = length;
-    line->text[length] = 0;
-    const uint32_t capacity = LineCapacityFor(length);
-    const bool shrinks = capacity < line->capacity;
-    line->capacity = capacity;
-    if (!shrinks) return;
-    const size_t needed = BlockBytes(capacity);
-    if (capacity >= kLongLine && MemSize(editor->heap, line->text) / 4 < needed) return;
-    line->text = static_cast<char16_t*>(MemShrink(editor->heap, line->text, needed));
-}
-
 }  // namespace
 
 uint32_t LineCapacityFor(uint32_t length) { return length / 10 * 10 + 10; }
@@ -65,13 +52,25 @@ void FillLineText(HeapHandle heap, LineRecord* line, const char16_t* first, uint
     line->capacity = capacity;
 }
 
+void SetLineLength(Editor* editor, LineRecord* line, uint32_t length) {
+    line->length = length;
+    line->text[length] = 0;
+    const uint32_t capacity = LineCapacityFor(length);
+    const bool shrinks = capacity < line->capacity;
+    line->capacity = capacity;
+    if (!shrinks) return;
+    const size_t needed = BlockBytes(capacity);
+    if (capacity >= kLongLine && MemSize(editor->heap, line->text) / 4 < needed) return;
+    line->text = static_cast<char16_t*>(MemShrink(editor->heap, line->text, needed));
+}
+
 void SpliceReserved(Editor* editor, LineRecord* line, uint32_t column, uint32_t removed,
                     const char16_t* source, uint32_t count) {
     char16_t* place = line->text + column;
     const uint32_t tail = line->length - column - removed;
     if (removed != count) std::memmove(place + count, place + removed, tail * sizeof(char16_t));
     if (count > 0) std::memcpy(place, source, count * sizeof(char16_t));
-    SetLength(editor, line, column + count + tail);
+    SetLineLength(editor, line, column + count + tail);
 }
 
 uint32_t LineSetText(Editor* editor, uint32_t line, const char16_t* source, uint32_t count) {

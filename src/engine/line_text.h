@@ -46,4 +46,8 @@ void FillLineText(HeapHandle heap, LineRecord* line, const char16_t* first, uint
 void SpliceReserved(Editor* editor, LineRecord* line, uint32_t column, uint32_t removed,
                     const char16_t* source, uint32_t count);
 
+// The block now holds a text of this length: sets length and terminator, and gives memory back by the
+// capacity rule. The block is large enough for the capacity. Cannot fail.
+void SetLineLength(Editor* editor, LineRecord* line, uint32_t length);
+
 }  // namespace nira

@@ -37,22 +37,6 @@ void DropRange(UndoJournal* journal, int32_t first, int32_t end) {
     }
 }
 
-// Makes room for one entry behind the first `position`, without changing what the journal reports.
-void ReserveEntry(UndoJournal* journal) {
-    const auto front = static_cast<int32_t>(journal->entries - journal->block);
-    if (front + std::max(journal->count, journal->position + 1) <= journal->room) return;
-    if (front > journal->room / 2) {
-        std::memmove(journal->block, journal->entries,
-                     static_cast<size_t>(journal->count) * sizeof(UndoEntry));
-        journal->entries = journal->block;
-        return;
-    }
-    const int32_t room = std::max(kFirstRoom, journal->room + journal->room / 2);
-    journal->block = MemReAllocArray(journal->heap, journal->block, static_cast<size_t>(room));
-    journal->room = room;
-    journal->entries = journal->block + front;
-}
-
 // What appending an entry with `units` of text will do to the entries before it.
 struct AppendPlan {
     int32_t dropOldest;
@@ -75,7 +59,7 @@ AppendPlan PlanAppend(const UndoJournal* journal, uint32_t units) {
     return plan;
 }
 
-// Carries a plan out and returns the new entry, zeroed. ReserveEntry has run, so that nothing here can fail.
+// Carries a plan out and returns the new entry, zeroed. UndoReserve has run, so that nothing here can fail.
 UndoEntry* Append(UndoJournal* journal, const AppendPlan& plan) {
     DropRange(journal, journal->position, journal->count);
     DropRange(journal, 0, plan.dropOldest);
@@ -100,9 +84,25 @@ UndoJournal* UndoCreate(HeapHandle heap) {
     return journal;
 }
 
+void UndoReserve(UndoJournal* journal, int32_t count) {
+    const auto front = static_cast<int32_t>(journal->entries - journal->block);
+    const int32_t needed = std::max(journal->count, journal->position + count);
+    if (front + needed <= journal->room) return;
+    if (front > journal->room / 2 && needed <= journal->room) {
+        std::memmove(journal->block, journal->entries,
+                     static_cast<size_t>(journal->count) * sizeof(UndoEntry));
+        journal->entries = journal->block;
+        return;
+    }
+    const int32_t room = std::max({kFirstRoom, journal->room + journal->room / 2, front + needed});
+    journal->block = MemReAllocArray(journal->heap, journal->block, static_cast<size_t>(room));
+    journal->room = room;
+    journal->entries = journal->block + front;
+}
+
 void UndoAddChar(UndoJournal* journal, bool inserted, int16_t modified, uint32_t line, uint32_t column,
                  char16_t character) {
-    ReserveEntry(journal);
+    UndoReserve(journal, 1);
     UndoEntry* entry = Append(journal, PlanAppend(journal, 0));
     entry->kind = PackKind(inserted ? UndoKind::kDeleteChar : UndoKind::kInsertChar, modified);
     entry->line = line;
@@ -112,7 +112,7 @@ void UndoAddChar(UndoJournal* journal, bool inserted, int16_t modified, uint32_t
 
 void UndoAddText(UndoJournal* journal, bool inserted, int16_t modified, uint32_t line, uint32_t column,
                  char16_t* text, uint32_t units) {
-    ReserveEntry(journal);
+    UndoReserve(journal, 1);
     const AppendPlan plan = PlanAppend(journal, units);
     if (plan.units == 0) {
         MemFree(journal->heap, text);
@@ -130,7 +130,7 @@ void UndoAddText(UndoJournal* journal, bool inserted, int16_t modified, uint32_t
 }
 
 void UndoAddIndent(UndoJournal* journal, int16_t modified, uint32_t line, uint8_t* data, uint32_t bytes) {
-    ReserveEntry(journal);
+    UndoReserve(journal, 1);
     UndoEntry* entry = Append(journal, PlanAppend(journal, 0));
     entry->kind = PackKind(UndoKind::kRestoreIndent, modified);
     entry->line = line;

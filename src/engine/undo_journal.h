@@ -55,6 +55,9 @@ struct UndoJournal {
 // An empty journal. May run out of memory.
 UndoJournal* UndoCreate(HeapHandle heap);
 
+// Makes room so that appending the next `count` entries cannot fail. May run out of memory.
+void UndoReserve(UndoJournal* journal, int32_t count);
+
 // Append an entry for an edit that was made, after dropping what could be redone. `modified` is the
 // document's flag before the edit. They run out of memory before they change anything.
 void UndoAddChar(UndoJournal* journal, bool inserted, int16_t modified, uint32_t line, uint32_t column,

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <iterator>
 
+#include "search/steady_search.h"
+
 namespace nira {
 
 namespace {
@@ -42,11 +44,19 @@ bool SameUnit(const LineSearch& search, char16_t left, char16_t right) {
     return left == right || (!search.matchCase && LowerUnit(left) == LowerUnit(right));
 }
 
-bool MatchesAt(const LineSearch& search, const char16_t* text) {
-    if (search.matchCase) return std::memcmp(text, search.pattern, search.length * sizeof(char16_t)) == 0;
+// How many units of the pattern were found at a place, in whole pieces where case counts.
+uint32_t CompareAt(const LineSearch& search, const char16_t* text) {
+    constexpr uint32_t kPiece = 16;
     uint32_t i = 0;
+    if (search.matchCase) {
+        while (i + kPiece <= search.length &&
+               std::memcmp(text + i, search.pattern + i, kPiece * sizeof(char16_t)) == 0) {
+            i += kPiece;
+        }
+        if (i + kPiece <= search.length) return i;
+    }
     while (i < search.length && SameUnit(search, text[i], search.pattern[i])) ++i;
-    return i == search.length;
+    return i;
 }
 
 // ---- eight places at once ----
@@ -89,6 +99,8 @@ struct Scan {
     const char16_t* text;
     uint32_t places;
     Probe probes[2];
+    uint64_t work;  // units compared in vain
+    bool givenUp;   // it was too much: the search must go on from the place that was returned, steadily
 
     template <uint32_t kVariants>
     EightFlags Candidates(uint32_t place) const {
@@ -96,15 +108,24 @@ struct Scan {
                FlagsAt<kVariants>(probes[1], text + place + search.probes[1]);
     }
 
+    // Whether the scan ends at a candidate.
+    bool EndsAt(uint32_t place) {
+        const uint32_t equal = CompareAt(search, text + place);
+        if (equal == search.length) return true;
+        work += equal;
+        givenUp = work > uint64_t{4} * place + uint64_t{8} * search.length + 256;
+        return givenUp;
+    }
+
     // The first match among the flagged places, the lowest of which is first in memory: every system that
     // this editor runs on is little-endian.
-    uint32_t Verify(uint32_t place, const EightFlags& flags) const {
+    uint32_t Verify(uint32_t place, const EightFlags& flags) {
         const Halves halves(flags);
         for (uint32_t half = 0; half < 2; ++half) {
             for (uint64_t word = halves.words[half]; word != 0;) {
                 const auto unit = static_cast<uint32_t>(std::countr_zero(word)) / 16;
                 const uint32_t candidate = place + half * 4 + unit;
-                if (MatchesAt(search, text + candidate)) return candidate;
+                if (EndsAt(candidate)) return candidate;
                 word &= ~(uint64_t{0xFFFF} << (unit * 16));
             }
         }
@@ -112,7 +133,7 @@ struct Scan {
     }
 
     template <uint32_t kVariants>
-    uint32_t Run() const {
+    uint32_t Run() {
         uint32_t place = 0;
         for (; place + kBlock <= places; place += kBlock) {
             const EightFlags flags[4] = {Candidates<kVariants>(place), Candidates<kVariants>(place + kEight),
@@ -129,7 +150,7 @@ struct Scan {
 
     // The last eight places overlap what was looked at already rather than being looked at one by one.
     template <uint32_t kVariants>
-    uint32_t RunEnd(uint32_t place) const {
+    uint32_t RunEnd(uint32_t place) {
         while (place < places && places >= kEight) {
             const uint32_t at = std::min(place, places - kEight);
             const uint32_t match = Verify(at, Candidates<kVariants>(at));
@@ -137,7 +158,7 @@ struct Scan {
             place = at + kEight;
         }
         for (; place < places; ++place) {
-            if (MatchesAt(search, text + place)) return place;
+            if (EndsAt(place)) return place;
         }
         return kNoMatch;
     }
@@ -164,17 +185,23 @@ void PrepareLineSearch(LineSearch* search, const char16_t* pattern, uint32_t len
 
 uint32_t SearchLine(const LineSearch& search, const char16_t* text, uint32_t from, uint32_t length) {
     if (search.length == 0 || from > length || search.length > length - from) return kNoMatch;
-    const Scan scan = {
-        search, text + from, length - from - search.length + 1, {ProbeFor(search, 0), ProbeFor(search, 1)}};
-    uint32_t match = kNoMatch;
+    Scan scan = {
+        search, text + from, length - from - search.length + 1, {ProbeFor(search, 0), ProbeFor(search, 1)},
+        0,      false};
+    uint32_t place = kNoMatch;
     if (search.variants == 1) {
-        match = scan.Run<1>();
+        place = scan.Run<1>();
     } else if (search.variants == 2) {
-        match = scan.Run<2>();
+        place = scan.Run<2>();
     } else {
-        match = scan.Run<3>();
+        place = scan.Run<3>();
     }
-    return match == kNoMatch ? kNoMatch : from + match;
+    if (place == kNoMatch) return kNoMatch;
+    const uint32_t start = from + place;
+    if (!scan.givenUp) return start;
+    const uint32_t match =
+        SearchSteadily(search.pattern, search.length, search.matchCase, text + start, length - start);
+    return match == kNoMatch ? kNoMatch : start + match;
 }
 
 }  // namespace nira
