@@ -32,6 +32,17 @@ def write_exactly(path, blocks, size):
             number += 1
 
 
+def write_hits(path, log, hits):
+    """The log with the word "needle" in `hits` of its lines, evenly spread."""
+    with open(log, encoding="utf-8", newline="") as source:
+        lines = source.readlines()
+    for hit in range(hits):
+        place = hit * len(lines) // hits
+        lines[place] = lines[place][:30] + "needle" + lines[place][36:]
+    with open(path, "w", encoding="utf-8", newline="") as out:
+        out.writelines(lines)
+
+
 def make(folder):
     os.makedirs(folder, exist_ok=True)
     rng = random.Random(7)
@@ -46,3 +57,8 @@ def make(folder):
         path = os.path.join(folder, name)
         if not os.path.exists(path) or os.path.getsize(path) != size:
             write_exactly(path, source, size)
+    for name, log, hits in (("hits1.txt", "log1.txt", 1000), ("hits100.txt", "log100.txt", 100000),
+                            ("hits12000.txt", "log1.txt", 12000)):
+        path = os.path.join(folder, name)
+        if not os.path.exists(path) or os.path.getsize(path) != os.path.getsize(os.path.join(folder, log)):
+            write_hits(path, os.path.join(folder, log), hits)

@@ -1,9 +1,9 @@
 // Changing a document's text.
 //
-// TextInsert and TextDelete are the two operations that every edit goes through; they alone record undo. They
-// take the memory they need before they change anything: when it runs out they return with the text as it
-// was. Callers move the caret themselves afterwards. Positions are not checked: lines below lineCount,
-// columns up to the length.
+// TextInsert and TextDelete are the two operations that edits go through; they alone record undo, besides
+// indentation and Replace All (engine/line_rewrite.h). They take the memory they need before they change
+// anything: when it runs out they return with the text as it was. Callers move the caret themselves
+// afterwards. Positions are not checked: lines below lineCount, columns up to the length.
 #pragma once
 
 #include <cstdint>
