@@ -2,6 +2,7 @@
 
 #include <wchar.h>
 
+#include "shell/exact_path.h"
 #include "shell/shell_text.h"
 
 namespace shell {
@@ -74,31 +75,6 @@ void UnquoteCommandLine(const wchar_t* commandLine, wchar_t* path) {
 
 namespace {
 
-bool IsPlainDrivePath(const wchar_t* path) {
-    return path[0] != 0 && path[1] == L':' && path[2] == L'\\' && !wcschr(path, L'/') &&
-           !wcsstr(path, L"\\.\\") && !wcsstr(path, L"\\..\\");
-}
-
-// The system takes `nul.txt` for a device and drops the dot or blank at the end of a name, so that a text
-// would be saved to nowhere or over another file. Where the host holds a file of exactly the given name, the
-// path with the prefix that switches this off; otherwise null.
-wchar_t* ExactPath(const wchar_t* path) {
-    constexpr const wchar_t* kPrefix = L"\\\\?\\";
-    constexpr size_t kPrefixLength = 4;
-    const size_t length = wcslen(path);
-    wchar_t* exact = IsPlainDrivePath(path) ? AllocShellText(kPrefixLength + length) : nullptr;
-    if (!exact) {
-        return nullptr;
-    }
-    wmemcpy(exact, kPrefix, kPrefixLength);
-    wmemcpy(exact + kPrefixLength, path, length);
-    if (GetFileAttributesW(exact) == INVALID_FILE_ATTRIBUTES) {
-        FreeShellText(exact);
-        return nullptr;
-    }
-    return exact;
-}
-
 wchar_t* AbsolutePath(const wchar_t* path) {
     const DWORD room = GetFullPathNameW(path, 0, nullptr, nullptr);
     if (room == 0) {
@@ -113,7 +89,7 @@ wchar_t* AbsolutePath(const wchar_t* path) {
         FreeShellText(result);
         return nullptr;
     }
-    wchar_t* exact = wcscmp(result, path) != 0 ? ExactPath(path) : nullptr;
+    wchar_t* exact = ExactPath(path);
     if (!exact) {
         return result;
     }

@@ -166,6 +166,22 @@ class Nira:
         click((button.left + button.right) // 2, (button.top + button.bottom) // 2)
         wait_for(f"end of box '{box.text}'", lambda: all(window.handle != box.handle for window in windows()))
 
+    # ---- Dialogs
+
+    def dialog(self, title):
+        """The visible dialog of that title, or None."""
+        return next((window for window in windows() if window.kind == "#32770" and window.text == title), None)
+
+    def wait_dialog(self, title):
+        return wait_for(f"dialog '{title}'", lambda: self.dialog(title))
+
+    def choose_file(self, title, path):
+        """Types a name into the file dialog of that title, where the name's box has the keyboard, and accepts it."""
+        self.wait_dialog(title)
+        key("ctrl+a")
+        type_text(path if isinstance(path, str) else windows_path(path))
+        key("Return")
+
     # ---- Ending
 
     def click_close(self):

@@ -166,16 +166,6 @@ def test_after_a_command_the_keyboard_is_back_at_the_text(opened, command):
     assert b"x" in path.read_bytes()
 
 
-def choose_file(nira, title, path):
-    """Types a name into the file dialog of that title."""
-    nira.wait_box(title)
-    key("alt+n")
-    key("ctrl+a")
-    type_text(nira_driver.windows_path(path))
-    key("Return")
-    nira_driver.wait_for("end of the dialog", nira.no_box)
-
-
 def test_a_new_text_is_saved_under_a_chosen_name(start, tmp_path):
     nira = start()
     nira.wait_title("Untitled1")
@@ -184,7 +174,7 @@ def test_a_new_text_is_saved_under_a_chosen_name(start, tmp_path):
     type_text("c")
     nira.wait_title("Untitled1 *")
     key("ctrl+s")
-    choose_file(nira, "Save file", tmp_path / "new.txt")
+    nira.choose_file("Save file", tmp_path / "new.txt")
     nira.wait_title("new.txt")
     assert (tmp_path / "new.txt").read_bytes() == b"ab\r\nc"
 
@@ -194,7 +184,7 @@ def test_a_chosen_file_is_opened(start, tmp_path):
     nira = start()
     nira.wait_title("Untitled1")
     key("ctrl+o")
-    choose_file(nira, "Open file", tmp_path / "notes.txt")
+    nira.choose_file("Open file", tmp_path / "notes.txt")
     nira.wait_title("notes.txt")
     type_text("x")
     nira.wait_title("notes.txt *")

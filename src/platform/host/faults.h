@@ -28,6 +28,9 @@ enum class FaultPoint {
     kFileClose,  // reports failure; the file is closed all the same
     kFileMove,
     kFileDelete,
+    kFolderOpen,
+    kFolderNext,
+    kFolderCreate,
     kAnyFile,
     kRegistryCreate,
     kRegistryOpen,

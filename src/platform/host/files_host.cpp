@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "base/utf16.h"
 #include "platform/host/faults.h"
+#include "platform/host/host_names.h"
 #include "platform/host/last_error.h"
 #include "platform/host/open_files.h"
 
@@ -27,79 +27,6 @@ namespace {
 
 // Sharing is kept among the program's own files, which is what a test can bring about.
 std::vector<FileHandle> openFiles;
-
-void AppendUtf8(std::string* name, uint32_t character) {
-    const auto tail = [&](unsigned shift) {
-        name->push_back(static_cast<char>(0x80 | (character >> shift & 0x3F)));
-    };
-    if (character < 0x80) {
-        name->push_back(static_cast<char>(character));
-    } else if (character < 0x800) {
-        name->push_back(static_cast<char>(0xC0 | character >> 6));
-        tail(0);
-    } else if (character < 0x10000) {
-        name->push_back(static_cast<char>(0xE0 | character >> 12));
-        tail(6);
-        tail(0);
-    } else {
-        name->push_back(static_cast<char>(0xF0 | character >> 18));
-        tail(12);
-        tail(6);
-        tail(0);
-    }
-}
-
-// A lone surrogate becomes three bytes of its own, so that every name has a file of its own.
-std::string HostName(const char16_t* path) {
-    std::string name;
-    for (; path != nullptr && *path != 0; ++path) {
-        uint32_t character = *path == u'\\' ? u'/' : *path;
-        if ((character & 0xFC00) == 0xD800 && (path[1] & 0xFC00) == 0xDC00) {
-            ++path;
-            character = 0x10000 + ((character & 0x3FF) << 10) + (*path & 0x3FFu);
-        }
-        AppendUtf8(&name, character);
-    }
-    return name;
-}
-
-bool Fail(uint32_t error) {
-    HostSetLastError(error);
-    return false;
-}
-
-uint32_t ErrorOf(int number, const std::string& name) {
-    switch (number) {
-        case ENOENT: {
-            const std::string parent = name.substr(0, name.find_last_of('/') + 1);
-            struct stat info;
-            return parent.empty() || stat(parent.c_str(), &info) == 0 ? kErrorFileNotFound
-                                                                      : kErrorPathNotFound;
-        }
-        case ENOTDIR:
-            return kErrorPathNotFound;
-        case EEXIST:
-            return kErrorAlreadyExists;
-        case ENOSPC:
-        case EDQUOT:
-            return kErrorDiskFull;
-        case ENAMETOOLONG:
-            return kErrorFileNameTooLong;
-        case EIO:
-            return kErrorIoDevice;
-        default:
-            return kErrorAccessDenied;
-    }
-}
-
-// Windows refuses these names, the host's own file system does not.
-bool NameIsValid(const char16_t* path) {
-    if (path == nullptr || *path == 0) return Fail(kErrorPathNotFound);
-    for (; *path != 0; ++path) {
-        if (*path < 0x20 || Utf16Find(u"\"<>|?*", *path) != nullptr) return Fail(kErrorInvalidName);
-    }
-    return true;
-}
 
 bool InUse(const struct stat& info, bool writersOnly) {
     for (const FileHandle file : openFiles) {

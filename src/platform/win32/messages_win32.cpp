@@ -28,7 +28,16 @@ static_assert(kAnswerOk == IDOK && kAnswerCancel == IDCANCEL && kAnswerYes == ID
 }  // namespace
 
 int ShowMessage(WindowHandle owner, const char16_t* text, const char16_t* caption, MessageKind kind) {
-    return MessageBoxW(ToHwnd(owner), ToWide(text), ToWide(caption), StyleOf(kind));
+    if (owner != nullptr) return MessageBoxW(ToHwnd(owner), ToWide(text), ToWide(caption), StyleOf(kind));
+    // Nobody's box still keeps the person from the program's windows, which could come to lie over it; and
+    // when it goes, no owner gets the keyboard back.
+    const HWND focus = GetFocus();
+    const int answer = MessageBoxW(nullptr, ToWide(text), ToWide(caption), StyleOf(kind) | MB_TASKMODAL);
+    if (IsWindow(focus)) {
+        SetForegroundWindow(GetAncestor(focus, GA_ROOT));
+        SetFocus(focus);
+    }
+    return answer;
 }
 
 uint32_t LastSystemError() { return GetLastError(); }

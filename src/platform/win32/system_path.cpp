@@ -3,6 +3,7 @@
 #include <cwchar>
 
 #include "platform/win32/casts.h"
+#include "shell/exact_path.h"
 #include "shell/root_paths.h"
 #include "shell/shell_text.h"
 
@@ -48,12 +49,25 @@ SystemPath::SystemPath(const char16_t* path) : path_(nullptr) {
         return;
     }
     path_ = shell::DesktopPath(ToWide(path));
-    if (path_ == nullptr || wcslen(path_) <= kLongestPlainPath) return;
+    if (path_ == nullptr) return;
+    if (wcslen(path_) <= kLongestPlainPath) {
+        KeepName();
+        return;
+    }
     const bool server = IsServerPath(path_);
     if (!server && !IsDriveAbsolute(path_)) return;
     wchar_t* lifted = server ? Lifted(path_, L"\\\\?\\UNC\\", 2) : Lifted(path_, L"\\\\?\\", 0);
     shell::FreeShellText(path_);
     path_ = lifted;
+}
+
+void SystemPath::KeepName() {
+    wchar_t* exact = shell::ExactPath(path_);
+    const bool device = exact == nullptr && shell::NamesDevice(path_);
+    if (exact == nullptr && !device) return;
+    shell::FreeShellText(path_);
+    path_ = exact;
+    if (device) SetLastError(ERROR_INVALID_NAME);
 }
 
 SystemPath::~SystemPath() { shell::FreeShellText(path_); }

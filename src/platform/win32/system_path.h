@@ -3,8 +3,9 @@
 
 namespace nira {
 
-// Maps a path with one leading backslash into the home folder, and lifts the system's limit of 259 units from
-// absolute paths. Lives as long as the call it is made for.
+// Maps a path with one leading backslash into the home folder, lifts the system's limit of 259 units from
+// absolute paths, reaches an existing file whose name the system would change, and refuses devices: a text
+// saved to `NUL` would be lost. Lives as long as the call it is made for.
 class SystemPath {
   public:
     explicit SystemPath(const char16_t* path);
@@ -12,10 +13,13 @@ class SystemPath {
     SystemPath(const SystemPath&) = delete;
     SystemPath& operator=(const SystemPath&) = delete;
 
-    // Null, with the last error set, when memory is short or the path was null.
+    // Null, with the last error set, when memory is short, the path was null or names a device.
     const wchar_t* Get() const { return path_; }
 
   private:
+    // Where the system would change the name: the exact path, or none at all for a device.
+    void KeepName();
+
     wchar_t* path_;
 };
 
