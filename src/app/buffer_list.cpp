@@ -1,8 +1,11 @@
 #include "app/buffer_list.h"
 
+#include <algorithm>
+
 #include "app/app_state.h"
 #include "app/services/memory.h"
 #include "app/services/notices.h"
+#include "base/menu_text.h"
 #include "base/utf16.h"
 #include "engine/current_editor.h"
 #include "engine/text.h"
@@ -25,9 +28,37 @@ MenuHandle BuffersPopup() { return BarPopup(TheAppState().menuBar, BARPOPUP_WIND
 
 uint32_t ItemId(int index) { return CMD_BUFFER_FIRST + static_cast<uint32_t>(index); }
 
+// Where a document's item stands. The documents come last in the pop-up, and there are as many items as
+// documents: AddBuffer sees to that.
+uint32_t ItemPosition(MenuHandle popup, int index) {
+    const uint32_t items = MenuItemCount(popup);
+    const auto documents = static_cast<uint32_t>(TheAppState().bufferCount);
+    return items - std::min(items, documents) + static_cast<uint32_t>(index);
+}
+
 void MarkInMenu(int index) {
+    if (index < 0) return;
+    const MenuHandle popup = BuffersPopup();
     const int last = TheAppState().bufferCount - 1;
-    if (index >= 0) MenuCheckRadioItem(BuffersPopup(), ItemId(0), ItemId(last), ItemId(index));
+    MenuCheckRadioAt(popup, ItemPosition(popup, 0), ItemPosition(popup, last), ItemPosition(popup, index));
+}
+
+bool ResizeArray(int count) {
+    AppState& app = TheAppState();
+    const size_t bytes = static_cast<size_t>(count) * kSlotBytes;
+    return Guarded([&] { app.buffers = static_cast<Editor**>(MemReAlloc(nullptr, app.buffers, bytes)); });
+}
+
+// Gives the room back that the documents in the list do not need. Cannot fail.
+void TrimArray() {
+    AppState& app = TheAppState();
+    if (app.bufferCount == 0) {
+        MemFree(nullptr, app.buffers);
+        app.buffers = nullptr;
+    } else {
+        const size_t bytes = static_cast<size_t>(app.bufferCount) * kSlotBytes;
+        app.buffers = static_cast<Editor**>(MemShrink(nullptr, app.buffers, bytes));
+    }
 }
 
 void GiveUntitledNumber(Editor* buffer) {
@@ -114,14 +145,14 @@ int AddBuffer(Editor* buffer, bool untitled) {
     AppState& app = TheAppState();
     if (app.bufferCount == INT16_MAX) return 0;
     const int count = app.bufferCount + 1;
-    const size_t bytes = static_cast<size_t>(count) * kSlotBytes;
-    const bool grown =
-        Guarded([&] { app.buffers = static_cast<Editor**>(MemReAlloc(nullptr, app.buffers, bytes)); });
-    if (!grown) return 0;
+    if (!ResizeArray(count)) return 0;
+    if (!MenuAppendItem(BuffersPopup(), ItemId(count - 1), u"")) {
+        TrimArray();
+        return 0;
+    }
     app.buffers[count - 1] = buffer;
     app.bufferCount = static_cast<int16_t>(count);
     if (untitled) GiveUntitledNumber(buffer);
-    MenuAppendItem(BuffersPopup(), ItemId(count - 1), u"");
     SetBufferMenuText(count - 1, buffer);
     MarkInMenu(count - 1);
     return 1;
@@ -169,7 +200,14 @@ char16_t* BufferTitle(const Editor* buffer) {
 void SetBufferMenuText(int index, const Editor* buffer) {
     char16_t* title = BufferTitle(buffer);
     if (title == nullptr) return;
-    MenuSetItemText(BuffersPopup(), ItemId(index), title);
+    const size_t length = Utf16Length(title);
+    char16_t* shown = nullptr;
+    if (Guarded([&] { shown = MemAllocArray<char16_t>(nullptr, MenuTextUnits(length)); })) {
+        const MenuHandle popup = BuffersPopup();
+        CopyToMenuText(shown, title, length);
+        MenuSetTextAt(popup, ItemPosition(popup, index), shown);
+        MemFree(nullptr, shown);
+    }
     MemFree(nullptr, title);
 }
 
@@ -184,19 +222,12 @@ void UpdateMainTitle() {
 
 void RemoveBuffer(int index) {
     AppState& app = TheAppState();
-    MenuDeleteItem(BuffersPopup(), ItemId(index));
-    for (int i = index + 1; i < app.bufferCount; ++i) {
-        MenuSetItemId(BuffersPopup(), ItemId(i), ItemId(i - 1));
-        app.buffers[i - 1] = app.buffers[i];
-    }
+    const MenuHandle popup = BuffersPopup();
+    MenuDeletePosition(popup, ItemPosition(popup, index));
+    std::copy(app.buffers + index + 1, app.buffers + app.bufferCount, app.buffers + index);
     --app.bufferCount;
-    if (app.bufferCount == 0) {
-        MemFree(nullptr, app.buffers);
-        app.buffers = nullptr;
-    } else {
-        const size_t bytes = static_cast<size_t>(app.bufferCount) * kSlotBytes;
-        app.buffers = static_cast<Editor**>(MemShrink(nullptr, app.buffers, bytes));
-    }
+    for (int i = index; i < app.bufferCount; ++i) MenuSetIdAt(popup, ItemPosition(popup, i), ItemId(i));
+    TrimArray();
 }
 
 }  // namespace nira

@@ -47,7 +47,8 @@ char16_t* BufferTitle(const Editor* buffer);
 // The same without the mark of modification.
 char16_t* BufferName(const Editor* buffer);
 
-// Writes a document's title into item 7500 + index. Leaves the item as it is when memory ran out.
+// Writes a document's title, in the form that a menu shows as it is, into item 7500 + index. Leaves the item
+// as it is when memory ran out.
 void SetBufferMenuText(int index, const Editor* buffer);
 
 // Makes the shown document's title the caption of the main window. Without one the caption stays.

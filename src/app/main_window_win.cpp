@@ -169,6 +169,11 @@ bool MayClose() {
     return closed;
 }
 
+// The same road as a path from another instance, so that a drop waits like one.
+void OpenDropped(const wchar_t* path) {
+    SendMessageW(ToHwnd(TheAppState().mainWindow), kMessageOpenFile, 0, reinterpret_cast<LPARAM>(path));
+}
+
 // The class has no icon, as it needs none on a handheld; a desktop shows one in the frame and on its task
 // bar.
 void GiveFrameIcon(HWND window) {
@@ -199,6 +204,7 @@ bool RegisterMainWindowClass() {
 bool CreateMainWindow() {
     shell::FrameEvents events = {};
     events.mayClose = MayClose;
+    events.fileDropped = OpenDropped;
     const HWND window =
         shell::CreateMainFrame(0, kMainClass, L"NIRA", WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
                                CW_USEDEFAULT, CW_USEDEFAULT, GetModuleHandleW(nullptr), events);

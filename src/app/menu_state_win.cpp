@@ -20,12 +20,20 @@ void Check(HMENU menu, UINT id, bool checked) {
     CheckMenuItem(menu, id, static_cast<UINT>(MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED)));
 }
 
+void SetText(HMENU menu, UINT id, const char16_t* text) {
+    MENUITEMINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = MIIM_STRING;
+    info.dwTypeData = const_cast<wchar_t*>(ToWide(text));
+    SetMenuItemInfoW(menu, id, FALSE, &info);
+}
+
 void PrepareEdit(MenuHandle popup) {
     const bool clipboardHasText = IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE;
     const EditMenuState state =
         DecideEditMenu(TheWindowState().currentEditor, TheOptions().pasteMode, clipboardHasText);
     const HMENU menu = ToHmenu(popup);
-    MenuSetItemText(popup, CMD_PASTE_OTHER, LoadResString(state.otherPasteText));
+    SetText(menu, CMD_PASTE_OTHER, LoadResString(state.otherPasteText));
     Enable(menu, CMD_PASTE, state.canPaste);
     Enable(menu, CMD_PASTE_OTHER, state.canPaste);
     Enable(menu, CMD_CUT, state.hasSelection);

@@ -39,10 +39,6 @@ char16_t* TakePendingPath() {
 
 bool HasPendingPath() { return firstPending != nullptr; }
 
-void FreePendingPaths() {
-    while (HasPendingPath()) MemFree(nullptr, TakePendingPath());
-}
-
 void BeginBusy() { ++busyDepth; }
 
 void EndBusy() { --busyDepth; }

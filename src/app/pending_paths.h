@@ -14,9 +14,6 @@ char16_t* TakePendingPath();
 
 bool HasPendingPath();
 
-// Forgets all of them.
-void FreePendingPaths();
-
 // Between BeginBusy and EndBusy, which nest, a command or an opening runs and paths must wait.
 void BeginBusy();
 void EndBusy();

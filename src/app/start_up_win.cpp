@@ -18,11 +18,15 @@
 #include "settings/options_store.h"
 #include "shell/input_panel.h"
 #include "shell/menu_bar.h"
+#include "shell/start_again.h"
 #include "view/fonts.h"
 
 namespace nira {
 
 namespace {
+
+constexpr int kHandOverTries = 100;
+constexpr DWORD kHandOverMilliseconds = 50;
 
 // These texts are fixed: the string table may be what failed.
 void ShowStartError(const char16_t* text) { ShowMessage(nullptr, text, u"Error", MessageKind::kPlain); }
@@ -46,18 +50,41 @@ void ConnectEvents() {
     SetRecentFileOpener([](char16_t* path, uint32_t codecIndex) { OpenFileInBuffer(path, codecIndex); });
 }
 
-// True when another instance runs: it comes to the front and opens the path.
+// The editor window of another instance; null when that instance has ended. One that is just starting has
+// none yet.
+HWND EditorWindowOf(HWND other) {
+    for (int tries = 0; tries < kHandOverTries && IsWindow(other); ++tries) {
+        const LRESULT editor = SendMessageW(other, kMessageEditorWindow, 0, 0);
+        if (editor != 0) return reinterpret_cast<HWND>(editor);
+        Sleep(kHandOverMilliseconds);
+    }
+    return nullptr;
+}
+
+// True when another instance runs: it comes to the front and opens the path. One that ends before it has
+// taken the path does not count.
 bool HandOver(const char16_t* path) {
     const HWND other = FindWindowW(L"NIRA", nullptr);
     if (other == nullptr) return false;
     if (IsIconic(other)) ShowWindow(other, SW_RESTORE);
     SetForegroundWindow(GetLastActivePopup(other));
-    if (path[0] == 0) return true;
+    if (path[0] == 0) return IsWindow(other) != FALSE;
     // The main window cannot be given a text of another process's memory; the editor window's WM_SETTEXT can.
-    const LRESULT editor = SendMessageW(other, kMessageEditorWindow, 0, 0);
-    if (editor != 0)
-        SendMessageW(reinterpret_cast<HWND>(editor), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path));
-    return true;
+    const HWND editor = EditorWindowOf(other);
+    if (editor == nullptr) return IsWindow(other) != FALSE;
+    DWORD_PTR result = 0;
+    // Unlike the plain call this one tells whether the message arrived. It waits as long as it takes.
+    return SendMessageTimeoutW(editor, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path), SMTO_NORMAL, INFINITE,
+                               &result) != 0;
+}
+
+// The person ended the program while files from other instances waited for the end of a question: a new
+// instance opens them, so that none is lost.
+void HandPendingPathsOn() {
+    while (char16_t* path = TakePendingPath()) {
+        if (!shell::StartAgain(ToWide(path))) ReportLastError();
+        MemFree(nullptr, path);
+    }
 }
 
 bool MakeServices() { return Explained(InitCodecs() != 0, u"Codecs init failed"); }
@@ -107,8 +134,8 @@ void ShutDown() {
     ShutdownFonts();
     FreeOptions();
     FreeCodecs();
-    FreePendingPaths();
     DestroyMainWindow();
+    HandPendingPathsOn();
 }
 
 }  // namespace nira

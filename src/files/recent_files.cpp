@@ -6,6 +6,7 @@
 #include "app/services/memory.h"
 #include "app/services/notices.h"
 #include "app/services/registry_key.h"
+#include "base/menu_text.h"
 #include "base/utf16.h"
 #include "files/codecs.h"
 #include "platform/menus.h"
@@ -55,8 +56,8 @@ bool HasPath(const char16_t* entry, const char16_t* path) {
 }
 
 void AppendMenuEntry(uint32_t number, const char16_t* entry) {
-    char16_t label[kLongestShownPath + 4] = {u'&', static_cast<char16_t>(u'0' + number), u' '};
-    std::copy_n(entry, std::min(PathLength(entry), kLongestShownPath), label + 3);
+    char16_t label[3 + MenuTextUnits(kLongestShownPath)] = {u'&', static_cast<char16_t>(u'0' + number), u' '};
+    CopyToMenuText(label + 3, entry, std::min(PathLength(entry), kLongestShownPath));
     MenuAppendItem(recentMenu, CMD_RECENT_FIRST + number, label);
 }
 

@@ -13,18 +13,20 @@ MenuHandle BarPopup(WindowHandle bar, uint32_t command);
 // Enables or disables the bar's button `command`.
 void BarEnableButton(WindowHandle bar, uint32_t command, bool enabled);
 
-void MenuAppendItem(MenuHandle menu, uint32_t id, const char16_t* text);
+// False when the menu could not take it. True for a null menu, where nothing is missing.
+bool MenuAppendItem(MenuHandle menu, uint32_t id, const char16_t* text);
 // An item that can be seen and not chosen.
 void MenuAppendGrayed(MenuHandle menu, const char16_t* text);
-void MenuDeleteItem(MenuHandle menu, uint32_t id);
-// False when there is no item at this position (from 0).
+
+// Items by position, counted from 0. The system looks an identifier up by walking through the whole menu,
+// which would make every walk over thousands of documents quadratic. A position without an item is ignored.
+uint32_t MenuItemCount(MenuHandle menu);
+// False when there is no such item.
 bool MenuDeletePosition(MenuHandle menu, uint32_t position);
-void MenuSetItemText(MenuHandle menu, uint32_t id, const char16_t* text);
-
-// Gives the item `id` another identifier, keeping its text and marks.
-void MenuSetItemId(MenuHandle menu, uint32_t id, uint32_t newId);
-
-// Moves the radio mark among first..last to `checked`.
-void MenuCheckRadioItem(MenuHandle menu, uint32_t first, uint32_t last, uint32_t checked);
+// Only the text; marks and identifier stay.
+void MenuSetTextAt(MenuHandle menu, uint32_t position, const char16_t* text);
+void MenuSetIdAt(MenuHandle menu, uint32_t position, uint32_t id);
+// Moves the radio mark among the items first..last to `checked`.
+void MenuCheckRadioAt(MenuHandle menu, uint32_t first, uint32_t last, uint32_t checked);
 
 }  // namespace nira

@@ -1,5 +1,7 @@
 #include "shell/desktop_frame.h"
 
+#include <shellapi.h>
+
 #include "shell/activation.h"
 #include "shell/bar_dock.h"
 #include "shell/menu_bar.h"
@@ -86,6 +88,22 @@ void OnEndSession(HWND window, Frame* frame, bool ends) {
     frame->sessionEnding = false;
 }
 
+// The record is not touched any more once a file is handed on: opening it may end with the window gone.
+void OnDrop(HWND window, const Frame* frame, HDROP drop) {
+    const auto take = frame->events.fileDropped;
+    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    SetForegroundWindow(window);
+    for (UINT i = 0; i < count; ++i) {
+        const UINT units = DragQueryFileW(drop, i, nullptr, 0) + 1;
+        auto* path = static_cast<wchar_t*>(AllocRecord(units * sizeof(wchar_t)));
+        if (path && DragQueryFileW(drop, i, path, units)) {
+            take(path);
+        }
+        FreeRecord(path);
+    }
+    DragFinish(drop);
+}
+
 void OnPositionChanging(HWND window, const Frame* frame, WINDOWPOS* position) {
     if (!frame->shown && (position->flags & SWP_NOSIZE) == 0) {
         position->cy += DockHeight(window);
@@ -132,6 +150,12 @@ LRESULT CALLBACK FrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         case WM_ENDSESSION:
             OnEndSession(window, frame, wParam != 0);
             return 0;
+        case WM_DROPFILES:
+            if (frame->events.fileDropped) {
+                OnDrop(window, frame, reinterpret_cast<HDROP>(wParam));
+                return 0;
+            }
+            break;
         case WM_SYSCOMMAND:
             if (OpenMenuByKey(window, wParam, lParam)) {
                 return 0;
@@ -237,7 +261,8 @@ HWND CreateMainFrame(DWORD exStyle, const wchar_t* className, const wchar_t* tit
         return nullptr;
     }
     frame->events = events;
-    const HWND window = CreateWithFrame(frame, exStyle, className, title, style,
+    const DWORD allExStyle = events.fileDropped ? exStyle | WS_EX_ACCEPTFILES : exStyle;
+    const HWND window = CreateWithFrame(frame, allExStyle, className, title, style,
                                         FirstPlacement(x, y, width, height), instance);
     // Still pending: no window ever took the record over.
     if (pendingFrame) {

@@ -17,6 +17,10 @@ struct FrameEvents {
     // Exit does, and answers true without asking when nothing is left to ask about, as after Exit itself.
     // Never called while an earlier call is still waiting for its answer: until then closing is refused.
     bool (*mayClose)();
+    // A file was dropped on the window; called for each of several, in their order. `path` is absolute and
+    // valid during the call. Null: the window takes no files. It may arrive while the application asks the
+    // person something.
+    void (*fileDropped)(const wchar_t* path) = nullptr;
 };
 
 // Makes the application's main window: CreateWindowExW with a desktop frame around it. `style` is what the
@@ -24,6 +28,7 @@ struct FrameEvents {
 // shows it. With CW_USEDEFAULT the window gets the first size and stands in the middle of the work area.
 // While the window is hidden, a size it is given is that of its area above the menu bar.
 // The keyboard focus the frame receives goes on to its content (ContentWindow).
+// A drop of files also brings the window to the front, since the person goes on there.
 // F10 or Alt opens the first drop-down of the bar in sight, Alt with a letter the one whose label begins with
 // it. Null with the last error set on failure, or when the application's WM_CREATE destroyed the window.
 HWND CreateMainFrame(DWORD exStyle, const wchar_t* className, const wchar_t* title, DWORD style, int x, int y,

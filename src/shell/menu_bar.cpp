@@ -2,6 +2,7 @@
 
 #include "shell/bar_description.h"
 #include "shell/bar_dock.h"
+#include "shell/menu_fit.h"
 #include "shell/subclass.h"
 
 namespace shell {
@@ -127,6 +128,7 @@ void TrackAbove(Bar* bar, const Slot& slot) {
     bar->openCommand = slot.command;
     TrackPopupMenuEx(slot.popup, TPM_LEFTALIGN | TPM_BOTTOMALIGN | TPM_VERTICAL | TPM_LEFTBUTTON,
                      avoid.rcExclude.left, avoid.rcExclude.top, window, &avoid);
+    UnfitMenu(nullptr);
     // The menu's own loop may have destroyed the bar.
     if (Bar* still = FindBar(window)) {
         still->openPopup = nullptr;
@@ -139,9 +141,17 @@ LRESULT TellOwner(const Bar* bar, UINT message, WPARAM wParam, LPARAM lParam) {
 
 // Names the drop-down instead of the position 0 that the system gives to every tracked pop-up.
 LRESULT OnInitMenuPopup(const Bar* bar, WPARAM wParam, LPARAM lParam) {
-    const bool isDropDown = bar->openPopup && reinterpret_cast<HMENU>(wParam) == bar->openPopup;
-    return TellOwner(bar, WM_INITMENUPOPUP, wParam,
-                     isDropDown ? MAKELPARAM(bar->openCommand, HIWORD(lParam)) : lParam);
+    const HMENU popup = reinterpret_cast<HMENU>(wParam);
+    const HMONITOR monitor = MonitorFromWindow(bar->window, MONITOR_DEFAULTTONEAREST);
+    const bool isDropDown = bar->openPopup && popup == bar->openPopup;
+    const LRESULT result = TellOwner(bar, WM_INITMENUPOPUP, wParam,
+                                     isDropDown ? MAKELPARAM(bar->openCommand, HIWORD(lParam)) : lParam);
+    MONITORINFO screen = {};
+    screen.cbSize = sizeof(screen);
+    if (GetMonitorInfoW(monitor, &screen)) {
+        FitMenu(popup, screen.rcWork.right - screen.rcWork.left);
+    }
+    return result;
 }
 
 LRESULT OnSetSubMenu(Bar* bar, UINT command, HMENU popup) {
@@ -212,9 +222,11 @@ LRESULT CALLBACK MenuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
             return OnClick(window, message, wParam, lParam, bar);
         case WM_INITMENUPOPUP:
             return OnInitMenuPopup(bar, wParam, lParam);
+        case WM_UNINITMENUPOPUP:
+            UnfitMenu(reinterpret_cast<HMENU>(wParam));
+            return TellOwner(bar, message, wParam, lParam);
         case WM_COMMAND:
         case WM_MENUSELECT:
-        case WM_UNINITMENUPOPUP:
         case WM_ENTERMENULOOP:
         case WM_EXITMENULOOP:
             return TellOwner(bar, message, wParam, lParam);

@@ -17,6 +17,8 @@
 // WM_INITMENUPOPUP (low word of lParam: the command of the drop-down that opens; pop-ups inside it keep
 // their position), WM_UNINITMENUPOPUP, WM_MENUSELECT, WM_ENTERMENULOOP and WM_EXITMENULOOP.
 //
+// Items too wide for the screen are shown shortened in their middle while their pop-up is open (menu_fit.h).
+//
 // The bar answers SHCMBM_GETSUBMENU and SHCMBM_SETSUBMENU beside all native tool bar messages,
 // so that TB_ENABLEBUTTON and TB_PRESSBUTTON work by command.
 //

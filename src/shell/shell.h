@@ -11,4 +11,5 @@
 #include "shell/menu_bar.h"
 #include "shell/root_paths.h"
 #include "shell/shell_text.h"
+#include "shell/start_again.h"
 #include "shell/text_window.h"

@@ -7,6 +7,7 @@
 //   nira_probe number KEY NAME VALUE         sets a REG_DWORD
 //   nira_probe text KEY NAME VALUE           sets a REG_SZ
 //   nira_probe end-session                   asks every top-level window of NIRA whether the session may end
+//   nira_probe minimised                     1 or 0 for every top-level window of NIRA
 //   nira_probe stay                          keeps the Wine desktop open until its input ends
 //
 // The output is UTF-8; tabs, line ends and backslashes of texts are escaped by a backslash.
@@ -95,6 +96,11 @@ BOOL CALLBACK EndSession(HWND window, LPARAM) {
     return TRUE;
 }
 
+BOOL CALLBACK PrintMinimised(HWND window, LPARAM) {
+    if (ClassOf(window) == L"NIRA") std::printf("%d\n", IsIconic(window) != FALSE);
+    return TRUE;
+}
+
 int SetValue(const wchar_t* key, const wchar_t* name, DWORD type, const void* data, size_t size) {
     LSTATUS status = RegSetKeyValueW(HKEY_CURRENT_USER, key, name, type, data, static_cast<DWORD>(size));
     return status == ERROR_SUCCESS ? 0 : 1;
@@ -111,6 +117,7 @@ int wmain(int count, wchar_t** arguments) {
     std::wstring what = count > 1 ? arguments[1] : L"";
     if (what == L"windows") return EnumWindows(PrintTree, 0) ? 0 : 1;
     if (what == L"end-session") return EnumWindows(EndSession, 0) ? 0 : 1;
+    if (what == L"minimised") return EnumWindows(PrintMinimised, 0) ? 0 : 1;
     if (what == L"stay") {
         GetDesktopWindow();
         while (std::getchar() != EOF) {
@@ -127,7 +134,8 @@ int wmain(int count, wchar_t** arguments) {
         return SetValue(arguments[2], arguments[3], REG_SZ, value.c_str(),
                         (value.size() + 1) * sizeof(wchar_t));
     }
-    std::fprintf(
-        stderr, "usage: nira_probe windows | end-session | stay | forget KEY | number|text KEY NAME VALUE\n");
+    std::fprintf(stderr,
+                 "usage: nira_probe windows | end-session | minimised | stay | forget KEY | "
+                 "number|text KEY NAME VALUE\n");
     return 2;
 }

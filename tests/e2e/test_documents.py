@@ -174,6 +174,59 @@ def test_a_second_start_without_a_file_opens_nothing(three, start):
     nira.wait_title("notes.txt")
 
 
+def test_a_second_start_brings_a_minimised_window_back(opened, start, tmp_path):
+    nira, _ = opened(b"one\r\n")
+    before = nira.window()
+    key("alt+space", "n")
+    nira_driver.wait_for("minimised window", lambda: nira_driver.probe("minimised").split() == ["1"])
+    assert start().wait_exit() == 0
+    nira_driver.wait_for("restored window", lambda: nira_driver.probe("minimised").split() == ["0"])
+    now = nira.window()
+    assert (now.left, now.top, now.right, now.bottom) == (before.left, before.top, before.right, before.bottom)
+    change(nira)
+    key("alt+space", "n")
+    nira_driver.wait_for("minimised window", lambda: nira_driver.probe("minimised").split() == ["1"])
+    other = tmp_path / "b.txt"
+    other.write_bytes(b"two\r\n")
+    assert start(other).wait_exit() == 0
+    nira.wait_title("b.txt")
+    change(nira)
+
+
+def test_a_file_that_comes_while_leaving_is_cancelled_is_opened(opened, start, tmp_path):
+    nira, _ = opened(b"one\r\n")
+    other = tmp_path / "b.txt"
+    other.write_bytes(b"two\r\n")
+    change(nira)
+    key("ctrl+q")
+    box = nira.wait_box("File modified")
+    assert start(other).wait_exit() == 0
+    assert nira.title() == "notes.txt *"
+    nira.answer(box, "Cancel")
+    nira.wait_title("b.txt")
+
+
+def test_files_that_come_while_the_program_ends_are_opened_by_a_new_one(opened, start, tmp_path):
+    nira, path = opened(b"one\r\n")
+    others = [tmp_path / name for name in ("b c.txt", "d.txt")]
+    for other in others:
+        other.write_bytes(b"two\r\n")
+    change(nira)
+    key("ctrl+q")
+    box = nira.wait_box("File modified")
+    for other in others:
+        assert start(other).wait_exit() == 0
+    nira.answer(box, "Yes")
+    assert nira.wait_exit() == 0
+    assert path.read_bytes() == b"xone\r\n"
+    nira.wait_title("d.txt")
+    key("ctrl+Tab")
+    nira.wait_title("b c.txt")
+    # It is no child of this test: it has to be ended as a person ends it.
+    key("ctrl+q")
+    nira_driver.wait_for("end of the new one", lambda: nira.window() is None)
+
+
 def test_undoing_the_change_takes_the_mark_from_the_title(opened):
     nira, _ = opened(b"one\r\n")
     change(nira)

@@ -270,6 +270,73 @@ TEST_F(BufferListTest, TheArrayIsAsLongAsTheList) {
     EXPECT_EQ(MemSize(nullptr, TheAppState().buffers), 2 * sizeof(void*));
 }
 
+TEST_F(BufferListTest, ANameWithAnAmpersandIsShownAsItIs) {
+    WriteFile("a&b.txt", "one");
+    NewBuffer();
+
+    Open("a&b.txt");
+
+    EXPECT_EQ(MenuTexts(), Texts{u"a&&b.txt"});
+    EXPECT_EQ(Caption(), u"a&b.txt");
+}
+
+TEST_F(BufferListTest, TheItemsThatStandInFrontOfTheDocumentsStay) {
+    popup_.items = {{CMD_TOGGLE_WRAP, u"&Toggle wrap", false}, {CMD_CLOSE, u"&Close", false}};
+    for (int i = 0; i < 3; ++i) NewBuffer();
+    CloseBuffer(1, false);
+
+    EXPECT_EQ(MenuTexts(), (Texts{u"&Toggle wrap", u"&Close", u"Untitled1", u"Untitled3"}));
+    EXPECT_TRUE(popup_.items[2].marked);
+    EXPECT_EQ(popup_.items[3].id, static_cast<uint32_t>(CMD_BUFFER_FIRST + 1));
+}
+
+TEST_F(BufferListTest, ADocumentWithoutAMenuItemIsNotAdded) {
+    NewBuffer();
+    {
+        FaultScope fault(FaultPoint::kMenuAppend, {});
+        NewBuffer();
+    }
+    EXPECT_EQ(BufferCount(), 1);
+    CheckList();
+
+    NewBuffer();
+
+    EXPECT_EQ(Caption(), u"Untitled2");
+    CheckList();
+}
+
+TEST_F(BufferListTest, TheListEndsBeforeItsCountTurnsOver) {
+    NewBuffer();
+    Editor stranger = {};
+    TheAppState().bufferCount = INT16_MAX;
+    const int added = AddBuffer(&stranger, false);
+    TheAppState().bufferCount = 1;
+
+    EXPECT_EQ(added, 0);
+    CheckList();
+}
+
+// What a menu has to do for one opening, switch and close, with ten times as many documents: ten times as
+// much, and not a hundred times.
+TEST_F(BufferListTest, TheWorkInTheMenuGrowsNoFasterThanTheList) {
+    const auto workWith = [this](int documents) {
+        while (BufferCount() < documents) NewBuffer();
+        const uint64_t before = popup_.itemsTouched;
+        NewBuffer();
+        ActivateBufferById(CMD_BUFFER_FIRST + 1);
+        NextBuffer();
+        CloseBuffer(0, false);
+        MenuTexts();
+        return popup_.itemsTouched - before;
+    };
+    const uint64_t few = workWith(200);
+    const uint64_t many = workWith(2000);
+
+    EXPECT_GT(few, 200u);
+    EXPECT_LT(many, 11 * few);
+    CheckList();
+}
+
 TEST_F(BufferListTest, HoldsTwoThousandDocuments) {
     for (int i = 0; i < 2000; ++i) NewBuffer();
 

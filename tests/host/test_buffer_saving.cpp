@@ -407,6 +407,26 @@ TEST_F(BufferSavingTest, ExitStopsWhenASaveFails) {
     CheckList();
 }
 
+// Nobody is told of it, and the list of documents does not depend on that of recent files.
+TEST_F(BufferSavingTest, ClosingAndOpeningSurviveEveryRegistryFailure) {
+    WriteFile("a.txt", "one");
+    bool untouched = false;
+    for (uint32_t call = 1; !untouched && call < 500; ++call) {
+        while (BufferCount() > 0) DropLast();
+        NewBuffer();
+        for (int i = 0; i < 3; ++i) AddRecentFile(PathOf("b.txt").c_str(), kCodecAnsi);
+        FaultScope fault(FaultPoint::kAnyRegistry, {.first = call});
+        EXPECT_EQ(Open("a.txt"), 1);
+        EXPECT_EQ(CloseBuffer(0, false), 1);
+        untouched = fault.Hits() == 0;
+        EXPECT_EQ(BufferCount(), 1);
+        EXPECT_EQ(RegistryMemoryOpenHandles(), 0u);
+        CheckList();
+    }
+    EXPECT_TRUE(untouched);
+    EXPECT_TRUE(MessageLog().empty());
+}
+
 TEST_F(BufferSavingTest, ClosingSurvivesRunningOutOfMemory) {
     for (uint32_t call = 1;; ++call) {
         while (BufferCount() > 0) DropLast();

@@ -24,16 +24,6 @@ TEST(PendingPaths, AreTakenInTheOrderOfTheirArrival) {
     EXPECT_FALSE(HasPendingPath());
 }
 
-TEST(PendingPaths, AreFreedWhenNobodyTakesThem) {
-    const size_t before = HostHeapLiveBlocks(nullptr);
-    PendPath(MemStrDup(nullptr, u"a"));
-    PendPath(MemStrDup(nullptr, u"b"));
-
-    FreePendingPaths();
-
-    EXPECT_EQ(HostHeapLiveBlocks(nullptr), before);
-}
-
 TEST(PendingPaths, AreForgottenWhenMemoryRunsOut) {
     const size_t before = HostHeapLiveBlocks(nullptr);
     char16_t* path = MemStrDup(nullptr, u"a");

@@ -209,10 +209,12 @@ TEST(MenusOnTheHost, RecordTheirItems) {
     MenuAppendItem(found, 2, u"two");
     MenuAppendItem(found, 3, u"three");
     MenuAppendGrayed(found, u"none");
-    MenuCheckRadioItem(found, 1, 3, 2);
-    MenuSetItemText(found, 2, u"TWO");
-    MenuSetItemId(found, 3, 9);
-    MenuDeleteItem(found, 1);
+    MenuCheckRadioAt(found, 0, 2, 1);
+    MenuSetTextAt(found, 1, u"TWO");
+    MenuSetIdAt(found, 2, 9);
+    MenuSetTextAt(found, 4, u"nothing there");
+    EXPECT_EQ(MenuItemCount(found), 4u);
+    MenuDeletePosition(found, 0);
     BarEnableButton(&bar, 5, false);
 
     ASSERT_EQ(menu.items.size(), 3u);

@@ -163,6 +163,20 @@ TEST_F(RecentFiles, ALongPathIsCutInTheMenuOnly) {
     EXPECT_EQ(openedPath, path);
 }
 
+TEST_F(RecentFiles, ANameIsShownAsItIs) {
+    AddRecentFile(u"\\a&b\tc", kCodecAnsi);
+    EXPECT_EQ(Labels(), (std::vector<std::u16string>{u"&0 \\a&&b c"}));
+    OpenRecentFile(CMD_RECENT_FIRST);
+    EXPECT_EQ(openedPath, u"\\a&b\tc");
+    RemoveRecentFile(u"\\a&b\tc");
+    EXPECT_EQ(Get(0), u"(missing)");
+}
+
+TEST_F(RecentFiles, TheLongestNameOfAmpersandsFits) {
+    AddRecentFile(std::u16string(400, u'&').c_str(), kCodecAnsi);
+    EXPECT_EQ(menu_.items[0].text, u"&0 " + std::u16string(520, u'&'));
+}
+
 TEST_F(RecentFiles, OpensWithTheCodecOfTheEntry) {
     AddRecentFile(u"\\a", kCodecUtf16Be);
     AddRecentFile(u"\\b", kCodecUtf8);

@@ -2,7 +2,9 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <shlobj.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -171,6 +173,14 @@ class OpeningAFile : public MainWindowTest {
         MainWindowTest::TearDown();
         DeleteFileW(path_.c_str());
     }
+    // For five seconds at most.
+    static void WaitForAnotherCaption(const wchar_t* now) {
+        const ULONGLONG end = GetTickCount64() + 5000;
+        MSG message = {};
+        while (Caption() == now && GetTickCount64() < end) {
+            if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+        }
+    }
     std::wstring path_;
 };
 
@@ -188,11 +198,36 @@ TEST_F(OpeningAFile, WaitsUntilABoxHasEnded) {
     EXPECT_EQ(Caption(), L"Untitled1");
     EnableWindow(Window(), TRUE);
 
-    const ULONGLONG end = GetTickCount64() + 5000;
-    MSG message = {};
-    while (Caption() == L"Untitled1" && GetTickCount64() < end) {
-        if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
-    }
+    WaitForAnotherCaption(L"Untitled1");
+
+    EXPECT_EQ(Caption(), L"nira main window.txt");
+}
+
+// What a file manager gives for a drop of one file.
+WPARAM DropOf(const std::wstring& path) {
+    const size_t bytes = sizeof(DROPFILES) + (path.size() + 2) * sizeof(wchar_t);
+    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes);
+    auto* files = static_cast<DROPFILES*>(GlobalLock(block));
+    files->pFiles = sizeof(DROPFILES);
+    files->fWide = TRUE;
+    memcpy(files + 1, path.c_str(), path.size() * sizeof(wchar_t));
+    GlobalUnlock(block);
+    return reinterpret_cast<WPARAM>(block);
+}
+
+TEST_F(OpeningAFile, ByADrop) {
+    Send(WM_DROPFILES, DropOf(path_), 0);
+
+    EXPECT_EQ(Caption(), L"nira main window.txt");
+}
+
+TEST_F(OpeningAFile, ByADropWaitsUntilABoxHasEnded) {
+    EnableWindow(Window(), FALSE);
+    Send(WM_DROPFILES, DropOf(path_), 0);
+    EXPECT_EQ(Caption(), L"Untitled1");
+    EnableWindow(Window(), TRUE);
+
+    WaitForAnotherCaption(L"Untitled1");
 
     EXPECT_EQ(Caption(), L"nira main window.txt");
 }

@@ -295,20 +295,24 @@ TEST(SystemMenus, AppendChangeMarkAndDelete) {
     EXPECT_EQ(GetMenuItemCount(menu), 4);
     EXPECT_TRUE(GetMenuState(menu, 3, MF_BYPOSITION) & (MF_GRAYED | MF_DISABLED));
 
-    MenuCheckRadioItem(handle, 1, 3, 2);
-    MenuSetItemText(handle, 2, u"TWO");
-    MenuSetItemId(handle, 2, 20);
+    EXPECT_EQ(MenuItemCount(handle), 4u);
+    MenuCheckRadioAt(handle, 0, 2, 1);
+    MenuSetTextAt(handle, 1, u"TWO");
+    MenuSetIdAt(handle, 1, 20);
+    MenuSetTextAt(handle, 4, u"nothing there");
     EXPECT_EQ(TextOf(menu, 20), L"TWO");
     EXPECT_TRUE(GetMenuState(menu, 20, MF_BYCOMMAND) & MF_CHECKED);
     EXPECT_FALSE(GetMenuState(menu, 1, MF_BYCOMMAND) & MF_CHECKED);
 
-    MenuDeleteItem(handle, 1);
+    EXPECT_TRUE(MenuDeletePosition(handle, 0));
     EXPECT_EQ(GetMenuItemCount(menu), 3);
     EXPECT_TRUE(MenuDeletePosition(handle, 2));
     EXPECT_FALSE(MenuDeletePosition(handle, 2));
     EXPECT_EQ(TextOf(menu, 3), L"three");
     DestroyMenu(menu);
-    MenuAppendItem(nullptr, 1, u"x");
+    EXPECT_TRUE(MenuAppendItem(nullptr, 1, u"x"));
+    EXPECT_FALSE(MenuAppendItem(handle, 1, u"x"));  // the menu is gone
+    EXPECT_EQ(MenuItemCount(nullptr), 0u);
     EXPECT_FALSE(MenuDeletePosition(nullptr, 0));
 }
 

@@ -3,7 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <shlobj.h>
+
+#include <cstring>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "shell/activation.h"
 #include "shell/input_panel.h"
@@ -266,6 +271,61 @@ TEST_F(ShellFrame, OpensTheDropDownsOfItsBarByKeyboard) {
         ASSERT_EQ(ReceivedOf(WM_INITMENUPOPUP).size(), 1u) << key;
         EXPECT_EQ(LOWORD(ReceivedOf(WM_INITMENUPOPUP)[0].lParam), command);
     }
+}
+
+// ---- Files dropped on the window ----
+
+std::vector<std::wstring> dropped;
+
+// What a file manager gives for a drop of these files.
+HDROP DropOf(const std::vector<std::wstring>& paths) {
+    std::wstring list;
+    for (const std::wstring& path : paths) {
+        list += path + L'\0';
+    }
+    list += L'\0';
+    const size_t bytes = sizeof(DROPFILES) + list.size() * sizeof(wchar_t);
+    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes);
+    auto* files = static_cast<DROPFILES*>(GlobalLock(block));
+    files->pFiles = sizeof(DROPFILES);
+    files->fWide = TRUE;
+    memcpy(files + 1, list.data(), list.size() * sizeof(wchar_t));
+    GlobalUnlock(block);
+    return static_cast<HDROP>(block);
+}
+
+HWND MakeTaking(void (*take)(const wchar_t* path)) {
+    dropped.clear();
+    return shell::CreateMainFrame(0, shell_test::RecordingClass(), L"frame", WS_VISIBLE, CW_USEDEFAULT,
+                                  CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, GetModuleHandleW(nullptr),
+                                  {MayClose, take});
+}
+
+TEST_F(ShellFrame, HandsOnTheFilesDroppedOnIt) {
+    frame = MakeTaking([](const wchar_t* path) { dropped.emplace_back(path); });
+    const std::vector<std::wstring> paths = {L"C:\\a b.txt", L"C:\\" + std::wstring(400, L'x'), L"\\\\s\\c"};
+
+    SendMessageW(frame, WM_DROPFILES, reinterpret_cast<WPARAM>(DropOf(paths)), 0);
+
+    EXPECT_TRUE(GetWindowLongW(frame, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
+    EXPECT_EQ(dropped, paths);
+}
+
+TEST_F(ShellFrame, SurvivesADropThatEndsIt) {
+    frame = MakeTaking([](const wchar_t* path) {
+        dropped.emplace_back(path);
+        DestroyWindow(FindWindowW(shell_test::RecordingClass(), L"frame"));
+    });
+
+    SendMessageW(frame, WM_DROPFILES, reinterpret_cast<WPARAM>(DropOf({L"a", L"b"})), 0);
+
+    EXPECT_EQ(dropped.size(), 2u);
+    EXPECT_FALSE(IsWindow(frame));
+}
+
+TEST_F(ShellFrame, TakesNoFilesUnlessAsked) {
+    Make();
+    EXPECT_FALSE(GetWindowLongW(frame, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
 }
 
 // ---- Activation ----

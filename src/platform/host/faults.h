@@ -43,6 +43,7 @@ enum class FaultPoint {
     kFontCreate,
     kDeviceOpen,
     kDeviceMeasure,  // extents, fitting and metrics
+    kMenuAppend,
     kCount
 };
 

@@ -18,6 +18,8 @@ struct MenuItem {
 
 struct MenuTag {
     std::vector<MenuItem> items;
+    // Items looked at or changed so far: what a menu of the system would have had to do.
+    uint64_t itemsTouched = 0;
 };
 
 // Makes BarPopup(bar, command) find `popup`.

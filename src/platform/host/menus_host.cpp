@@ -1,8 +1,8 @@
 #include "platform/menus.h"
 
-#include <algorithm>
 #include <map>
 
+#include "platform/host/faults.h"
 #include "platform/host/menu_state.h"
 
 namespace nira {
@@ -14,11 +14,10 @@ using Button = std::pair<WindowHandle, uint32_t>;
 std::map<Button, MenuHandle> popups;
 std::map<Button, bool> enabledButtons;
 
-MenuItem* FindItem(MenuHandle menu, uint32_t id) {
-    if (menu == nullptr) return nullptr;
-    const auto found = std::find_if(menu->items.begin(), menu->items.end(),
-                                    [id](const MenuItem& item) { return item.id == id; });
-    return found != menu->items.end() ? &*found : nullptr;
+MenuItem* ItemAt(MenuHandle menu, uint32_t position) {
+    if (menu == nullptr || position >= menu->items.size()) return nullptr;
+    ++menu->itemsTouched;
+    return &menu->items[position];
 }
 
 }  // namespace
@@ -32,39 +31,43 @@ void BarEnableButton(WindowHandle bar, uint32_t command, bool enabled) {
     if (bar != nullptr) enabledButtons[{bar, command}] = enabled;
 }
 
-void MenuAppendItem(MenuHandle menu, uint32_t id, const char16_t* text) {
-    if (menu != nullptr) menu->items.push_back({id, text != nullptr ? text : u"", false});
+bool MenuAppendItem(MenuHandle menu, uint32_t id, const char16_t* text) {
+    if (menu == nullptr) return true;
+    if (FaultStrikes(FaultPoint::kMenuAppend)) return false;
+    menu->items.push_back({id, text != nullptr ? text : u"", false});
+    ++menu->itemsTouched;
+    return true;
 }
 
 void MenuAppendGrayed(MenuHandle menu, const char16_t* text) {
     if (menu != nullptr) menu->items.push_back({0, text != nullptr ? text : u"", false, true});
 }
 
-void MenuDeleteItem(MenuHandle menu, uint32_t id) {
-    const MenuItem* item = FindItem(menu, id);
-    if (item != nullptr) menu->items.erase(menu->items.begin() + (item - menu->items.data()));
+uint32_t MenuItemCount(MenuHandle menu) {
+    return menu != nullptr ? static_cast<uint32_t>(menu->items.size()) : 0;
 }
 
 bool MenuDeletePosition(MenuHandle menu, uint32_t position) {
-    if (menu == nullptr || position >= menu->items.size()) return false;
+    if (ItemAt(menu, position) == nullptr) return false;
     menu->items.erase(menu->items.begin() + position);
     return true;
 }
 
-void MenuSetItemText(MenuHandle menu, uint32_t id, const char16_t* text) {
-    MenuItem* item = FindItem(menu, id);
+void MenuSetTextAt(MenuHandle menu, uint32_t position, const char16_t* text) {
+    MenuItem* item = ItemAt(menu, position);
     if (item != nullptr) item->text = text != nullptr ? text : u"";
 }
 
-void MenuSetItemId(MenuHandle menu, uint32_t id, uint32_t newId) {
-    MenuItem* item = FindItem(menu, id);
-    if (item != nullptr) item->id = newId;
+void MenuSetIdAt(MenuHandle menu, uint32_t position, uint32_t id) {
+    MenuItem* item = ItemAt(menu, position);
+    if (item != nullptr) item->id = id;
 }
 
-void MenuCheckRadioItem(MenuHandle menu, uint32_t first, uint32_t last, uint32_t checked) {
-    if (menu == nullptr) return;
-    for (MenuItem& item : menu->items) {
-        if (item.id >= first && item.id <= last) item.marked = item.id == checked;
+void MenuCheckRadioAt(MenuHandle menu, uint32_t first, uint32_t last, uint32_t checked) {
+    for (uint32_t i = first; i <= last; ++i) {
+        MenuItem* item = ItemAt(menu, i);
+        if (item == nullptr) return;
+        item->marked = i == checked;
     }
 }
 

@@ -18,43 +18,44 @@ void BarEnableButton(WindowHandle bar, uint32_t command, bool enabled) {
     if (bar != nullptr) SendMessageW(ToHwnd(bar), TB_ENABLEBUTTON, command, MAKELPARAM(enabled, 0));
 }
 
-void MenuAppendItem(MenuHandle menu, uint32_t id, const char16_t* text) {
-    if (menu != nullptr) AppendMenuW(ToHmenu(menu), MF_STRING, id, ToWide(text));
+bool MenuAppendItem(MenuHandle menu, uint32_t id, const char16_t* text) {
+    return menu == nullptr || AppendMenuW(ToHmenu(menu), MF_STRING, id, ToWide(text)) != 0;
 }
 
 void MenuAppendGrayed(MenuHandle menu, const char16_t* text) {
     if (menu != nullptr) AppendMenuW(ToHmenu(menu), MF_STRING | MF_GRAYED, 0, ToWide(text));
 }
 
-void MenuDeleteItem(MenuHandle menu, uint32_t id) {
-    if (menu != nullptr) DeleteMenu(ToHmenu(menu), id, MF_BYCOMMAND);
+uint32_t MenuItemCount(MenuHandle menu) {
+    const int count = menu != nullptr ? GetMenuItemCount(ToHmenu(menu)) : 0;
+    return count > 0 ? static_cast<uint32_t>(count) : 0;
 }
 
 bool MenuDeletePosition(MenuHandle menu, uint32_t position) {
     return menu != nullptr && DeleteMenu(ToHmenu(menu), position, MF_BYPOSITION) != 0;
 }
 
-// Only the text: ModifyMenu would drop the item's marks.
-void MenuSetItemText(MenuHandle menu, uint32_t id, const char16_t* text) {
+// ModifyMenu would drop the item's marks.
+void MenuSetTextAt(MenuHandle menu, uint32_t position, const char16_t* text) {
     if (menu == nullptr) return;
     MENUITEMINFOW info = {};
     info.cbSize = sizeof(info);
     info.fMask = MIIM_STRING;
     info.dwTypeData = const_cast<wchar_t*>(ToWide(text));
-    SetMenuItemInfoW(ToHmenu(menu), id, FALSE, &info);
+    SetMenuItemInfoW(ToHmenu(menu), position, TRUE, &info);
 }
 
-void MenuSetItemId(MenuHandle menu, uint32_t id, uint32_t newId) {
+void MenuSetIdAt(MenuHandle menu, uint32_t position, uint32_t id) {
     if (menu == nullptr) return;
     MENUITEMINFOW info = {};
     info.cbSize = sizeof(info);
     info.fMask = MIIM_ID;
-    info.wID = newId;
-    SetMenuItemInfoW(ToHmenu(menu), id, FALSE, &info);
+    info.wID = id;
+    SetMenuItemInfoW(ToHmenu(menu), position, TRUE, &info);
 }
 
-void MenuCheckRadioItem(MenuHandle menu, uint32_t first, uint32_t last, uint32_t checked) {
-    if (menu != nullptr) CheckMenuRadioItem(ToHmenu(menu), first, last, checked, MF_BYCOMMAND);
+void MenuCheckRadioAt(MenuHandle menu, uint32_t first, uint32_t last, uint32_t checked) {
+    if (menu != nullptr) CheckMenuRadioItem(ToHmenu(menu), first, last, checked, MF_BYPOSITION);
 }
 
 }  // namespace nira
