@@ -21,8 +21,11 @@ constexpr int32_t kFirstChunk = 1;
 constexpr int32_t kMiddleChunk = 0;
 constexpr int32_t kLastChunk = -1;
 
+// What decoding gives in place of the bytes consumed when a plug-in has failed.
+constexpr uint32_t kCodecFailed = 0xFFFFFFFF;
+
 // Grows an output buffer on the local heap: size 0 frees it and gives null, null allocates; growth is
-// zero-filled. It never gives null for a size above 0: running out of memory unwinds through the codec.
+// zero-filled. It never gives null for a size above 0: when memory runs out it does not return to the codec.
 using ReallocCallback = void* (*)(void* block, uint32_t size);
 
 // What a codec is, for built-in ones and plug-ins alike. Every function gets the state and the callback.

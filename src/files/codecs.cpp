@@ -7,6 +7,7 @@
 #include "base/utf16.h"
 #include "files/codec_ansi.h"
 #include "files/codec_unicode.h"
+#include "files/plug_in_codec.h"
 #include "settings/options.h"
 
 namespace nira {
@@ -67,17 +68,20 @@ void BuildList(PlugInNames* names) {
     std::sort(plugIns, plugIns + names->values, NameBefore);
 }
 
-// A plug-in's record would be filled by its library, which needs a loader of the platform's libraries.
-bool SetUpPlugInCodec(Codec*, uint32_t) { return false; }
+bool IsListed(uint32_t index) { return index < theList.count && theList.names[index] != nullptr; }
 
-bool SetUpCodec(Codec* codec, uint32_t index) {
-    if (index >= kBuiltInCodecs) return SetUpPlugInCodec(codec, index);
-    if (index == kCodecAnsi) {
-        SetUpAnsiCodec(codec);
-    } else {
-        SetUpUnicodeCodec(codec, index);
-    }
-    return true;
+Codec* CreateBuiltIn(uint32_t index) {
+    auto* codec = MemAllocArray<Codec>(nullptr, 1);
+    const bool enough = Guarded([&] {
+        if (index == kCodecAnsi) {
+            SetUpAnsiCodec(codec);
+        } else {
+            SetUpUnicodeCodec(codec, index);
+        }
+    });
+    if (enough) return codec;
+    DestroyCodec(codec);
+    OutOfMemory(false);
 }
 
 }  // namespace
@@ -96,6 +100,7 @@ int InitCodecs() {
 void FreeCodecs() {
     for (uint32_t i = kBuiltInCodecs; i < theList.count; ++i) MemFree(nullptr, theList.names[i]);
     MemFree(nullptr, theList.names);
+    ForgetFaultedLibraries();
     theList = {nullptr, 0};
 }
 
@@ -116,31 +121,37 @@ uint32_t CodecIndex(const char16_t* name) {
 uint32_t DefaultCodec() { return CodecIndex(TheOptions().defaultEncoding); }
 
 Codec* CreateCodec(uint32_t index) {
-    auto* codec = MemAllocArray<Codec>(nullptr, 1);
-    bool made = false;
-    const bool enough = Guarded([&] { made = SetUpCodec(codec, index); });
-    if (enough && made) return codec;
-    DestroyCodec(codec);
-    if (!enough) OutOfMemory(false);
-    return nullptr;
+    if (index < kBuiltInCodecs) return CreateBuiltIn(index);
+    return IsListed(index) ? CreatePlugInCodec(index, theList.names[index]) : nullptr;
 }
 
-void DestroyCodec(Codec* codec) {
-    if (codec == nullptr) return;
+bool DestroyCodec(Codec* codec) {
+    if (codec == nullptr) return true;
+    if (IsPlugIn(codec)) return DestroyPlugInCodec(codec);
     if (codec->destroy != nullptr) codec->destroy(codec->state, GrowOnLocalHeap);
     MemFree(nullptr, codec);
+    return true;
 }
+
+bool IsPlugIn(const Codec* codec) { return codec->library != nullptr; }
 
 uint32_t CodecDecode(Codec* codec, const uint8_t* source, uint32_t size, char16_t** target, uint32_t* units,
                      int32_t chunk) {
+    if (IsPlugIn(codec)) return PlugInDecode(codec, source, size, target, units, chunk);
     return codec->decode(codec->state, source, size, target, units, chunk, GrowOnLocalHeap);
 }
 
-void CodecEncode(Codec* codec, const char16_t* source, uint32_t units, uint8_t** target, uint32_t* size,
+bool CodecEncode(Codec* codec, const char16_t* source, uint32_t units, uint8_t** target, uint32_t* size,
                  int32_t chunk) {
+    if (IsPlugIn(codec)) return PlugInEncode(codec, source, units, target, size, chunk);
     codec->encode(codec->state, source, units, target, size, chunk, GrowOnLocalHeap);
+    return true;
 }
 
-uint32_t CodecCurrentIndex(Codec* codec) { return codec->currentIndex(codec->state, GrowOnLocalHeap); }
+uint32_t CodecCurrentIndex(Codec* codec) {
+    if (!IsPlugIn(codec)) return codec->currentIndex(codec->state, GrowOnLocalHeap);
+    const uint32_t index = PlugInCurrentIndex(codec);
+    return IsListed(index) ? index : PlugInOwnIndex(codec);
+}
 
 }  // namespace nira

@@ -31,17 +31,26 @@ uint32_t CodecIndex(const char16_t* name);
 // The index of the Options' default encoding.
 uint32_t DefaultCodec();
 
-// A codec for one load or save; null when it cannot be made (plug-in libraries have no loader yet). Destroy
-// it with DestroyCodec. Unwinds when memory runs out.
+// A codec for one load or save; null when it cannot be made, which is a plug-in's doing. Destroy it with
+// DestroyCodec. Unwinds when memory runs out.
 Codec* CreateCodec(uint32_t index);
-void DestroyCodec(Codec* codec);  // null is ignored
+
+// False when the codec has failed, at any time up to its end: what came through it is not to be trusted. Only
+// a plug-in's can (files/plug_in_codec.h). Null is ignored, and true.
+bool DestroyCodec(Codec* codec);
+
+bool IsPlugIn(const Codec* codec);
 
 // Calls through the record's slots. *target is null or what an earlier call left; the caller frees it in the
-// end with MemFree on the local heap.
+// end with MemFree on the local heap. CodecDecode gives the bytes consumed, or kCodecFailed; CodecEncode
+// gives false when the codec has failed. Nothing was produced then.
 uint32_t CodecDecode(Codec* codec, const uint8_t* source, uint32_t size, char16_t** target, uint32_t* units,
                      int32_t chunk);
-void CodecEncode(Codec* codec, const char16_t* source, uint32_t units, uint8_t** target, uint32_t* size,
+bool CodecEncode(Codec* codec, const char16_t* source, uint32_t units, uint8_t** target, uint32_t* size,
                  int32_t chunk);
+
+// The list index now in effect. Of a codec that has failed, or reports what is not in the list: the one that
+// it was made for.
 uint32_t CodecCurrentIndex(Codec* codec);
 
 }  // namespace nira

@@ -77,13 +77,16 @@ void Append(Loading* loading, uint32_t units) {
     if (count > 0) InsertAtEnd(loading->editor, text, count);
 }
 
-// Decodes the first `total` bytes of the read buffer and appends their text. Returns the bytes left over.
-uint32_t DecodeChunk(Loading* loading, uint32_t total, int32_t chunk) {
+// Decodes the first `total` bytes of the read buffer and appends their text. *rest becomes the bytes left
+// over. False when the codec has failed.
+bool DecodeChunk(Loading* loading, uint32_t total, int32_t chunk, uint32_t* rest) {
     uint32_t units = 0;
     const uint32_t consumed =
         CodecDecode(loading->codec, loading->buffer, total, &loading->text, &units, chunk);
+    if (consumed == kCodecFailed) return false;
     Append(loading, units);
-    return total - std::min(consumed, total);
+    *rest = total - std::min(consumed, total);
+    return true;
 }
 
 // Moves what is left over to the start of the buffer. Its place is reckoned from the bytes of this read
@@ -100,6 +103,7 @@ void KeepRest(Loading* loading, uint32_t bytesRead, uint32_t rest) {
 bool LoadBlock(Loading* loading) {
     const uint32_t room = kReadBlock - loading->carry;
     uint32_t bytesRead = 0;
+    uint32_t rest = 0;
     // A codec that takes nothing of a full buffer would read 0 bytes for ever, which is not the end of the
     // file.
     if (room == 0 || !FileRead(loading->file, loading->buffer + loading->carry, room, &bytesRead)) {
@@ -107,10 +111,12 @@ bool LoadBlock(Loading* loading) {
         return false;
     }
     if (bytesRead == 0) {
-        DecodeChunk(loading, loading->carry, kLastChunk);
+        loading->readError = !DecodeChunk(loading, loading->carry, kLastChunk, &rest);
         return false;
     }
-    KeepRest(loading, bytesRead, DecodeChunk(loading, bytesRead + loading->carry, loading->chunk));
+    loading->readError = !DecodeChunk(loading, bytesRead + loading->carry, loading->chunk, &rest);
+    if (loading->readError) return false;
+    KeepRest(loading, bytesRead, rest);
     loading->chunk = kMiddleChunk;
     return true;
 }
@@ -125,7 +131,7 @@ void LoadBlocks(Loading* loading) {
 void EndLoading(Loading* loading) {
     Editor* editor = loading->editor;
     editor->codecId = CodecCurrentIndex(loading->codec);
-    DestroyCodec(loading->codec);
+    if (!DestroyCodec(loading->codec)) loading->readError = true;
     MemFree(nullptr, loading->block);
     MemFree(nullptr, loading->text);
     MemFree(nullptr, loading->widened);
@@ -160,8 +166,9 @@ int Load(Editor* editor, char16_t* path, uint32_t codecIndex) {
     }
     const bool enough = Guarded([&] { LoadBlocks(&loading); });
     EndLoading(&loading);
+    if (!enough) return 0;
     if (loading.readError) ShowErrorMessage(IDS_ERROR_READING);
-    return enough && !loading.readError ? 1 : 0;
+    return loading.readError ? 0 : 1;
 }
 
 }  // namespace nira

@@ -22,7 +22,7 @@ constexpr uint32_t kLinesPerBlock = 100;
 struct Saving {
     Editor* editor;
     Codec* codec;
-    FileHandle file;
+    FileHandle file;   // null while the codec is tried out
     char16_t* backup;  // room for the backup's name; null unless the old file is to be kept aside
     bool setAside;     // the old file stands under the backup's name
     char16_t* text;    // the block being written
@@ -34,7 +34,7 @@ struct Saving {
 // the file is not what it should be, and the save has failed in the end; the blocks behind are written all
 // the same, because where no backup is kept the file then still holds nearly all of the text.
 bool WriteBytes(Saving* saving, uint32_t size) {
-    uint32_t left = size;
+    uint32_t left = saving->file != nullptr ? size : 0;
     while (left > 0) {
         uint32_t written = 0;
         // A disk that takes nothing and calls it success would be asked for ever.
@@ -50,8 +50,8 @@ bool WriteRange(Saving* saving, uint32_t line1, uint32_t line2, uint32_t column2
     saving->text =
         TextCopyRange(saving->editor, nullptr, saving->editor->lineEnd, line1, 0, line2, column2, &units);
     uint32_t size = 0;
-    CodecEncode(saving->codec, saving->text, units, &saving->bytes, &size, chunk);
-    const bool written = WriteBytes(saving, size);
+    const bool encoded = CodecEncode(saving->codec, saving->text, units, &saving->bytes, &size, chunk);
+    const bool written = encoded && WriteBytes(saving, size);
     MemFree(nullptr, saving->text);
     saving->text = nullptr;
     return written;
@@ -78,6 +78,30 @@ void Prepare(Saving* saving) {
     std::copy_n(path, length, saving->backup);
 }
 
+void ReleaseCodec(Saving* saving) {
+    DestroyCodec(saving->codec);
+    saving->codec = nullptr;
+    MemFree(nullptr, saving->text);
+    saving->text = nullptr;
+    MemFree(nullptr, saving->bytes);
+    saving->bytes = nullptr;
+}
+
+// Without a backup, creating the file is the end of the old text; so a plug-in, which may break off anywhere,
+// first has to get through the whole text with nothing written. A new codec then writes.
+bool TryOut(Saving* saving) {
+    if (!IsPlugIn(saving->codec) || saving->backup != nullptr || !FileExists(saving->editor->path))
+        return true;
+    bool encoded = false;
+    const bool enough = Guarded([&] { encoded = WriteText(saving); });
+    const bool worked = DestroyCodec(saving->codec) && encoded;
+    saving->codec = nullptr;
+    ReleaseCodec(saving);
+    if (!enough) OutOfMemory(false);
+    if (worked) saving->codec = CreateCodec(saving->editor->codecId);
+    return saving->codec != nullptr;
+}
+
 // Renames the old file to the first backup name that works.
 bool SetAside(Saving* saving) {
     char16_t* digit = saving->backup + Utf16Length(saving->editor->path);
@@ -99,6 +123,9 @@ bool Write(Saving* saving) {
     bool written = false;
     const bool enough = Guarded([&] { written = WriteText(saving); });
     bool whole = enough && written && !saving->mixedUp;
+    // A plug-in that fails in the end may have failed before: what it gave is not kept.
+    if (!DestroyCodec(saving->codec)) whole = false;
+    saving->codec = nullptr;
     // The backup is deleted next; what stands in for it must be on the disk by then, not on its way there.
     if (whole && saving->setAside) whole = FileFlush(saving->file);
     if (!FileClose(saving->file)) whole = false;
@@ -118,9 +145,7 @@ void EndBackup(Saving* saving, bool saved) {
 }
 
 void Release(Saving* saving) {
-    DestroyCodec(saving->codec);
-    MemFree(nullptr, saving->text);
-    MemFree(nullptr, saving->bytes);
+    ReleaseCodec(saving);
     MemFree(nullptr, saving->backup);
 }
 
@@ -130,8 +155,11 @@ bool SaveQuietly(Saving* saving, uint32_t* message) {
     if (!Guarded([&] { Prepare(saving); })) return false;
     *message = IDS_ERROR_ENCODER;
     if (saving->codec == nullptr) return false;
+    bool usable = false;
+    *message = 0;
+    if (!Guarded([&] { usable = TryOut(saving); })) return false;
     *message = IDS_ERROR_WRITING;
-    if (!Open(saving)) return false;
+    if (!usable || !Open(saving)) return false;
     const bool saved = Write(saving);
     EndBackup(saving, saved);
     if (saved) *message = 0;

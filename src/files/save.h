@@ -3,7 +3,8 @@
 // With safe save on the old file is set aside under a backup name (the path with a digit appended) until the
 // new one is complete and on the disk; a failed write brings it back. The order of the steps decides what a
 // power cut or a full disk leaves behind: at every moment the old text is on the disk under its own or its
-// backup name.
+// backup name. With safe save off, a plug-in's codec first encodes the whole text with nothing written: a
+// plug-in that fails is then found before the old file is given up.
 #pragma once
 
 #include <cstdint>

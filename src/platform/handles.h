@@ -15,6 +15,7 @@ struct FileTag;
 struct RegistryTag;
 struct MenuTag;
 struct DeviceTag;
+struct LibraryTag;
 
 using WindowHandle = WindowTag*;
 using FontHandle = FontTag*;
@@ -23,6 +24,7 @@ using FileHandle = FileTag*;
 using RegistryHandle = RegistryTag*;
 using MenuHandle = MenuTag*;
 using DeviceHandle = DeviceTag*;  // something text can be measured on
+using LibraryHandle = LibraryTag*;
 
 // A colour as the system keeps it: 0x00BBGGRR.
 using ColorRef = uint32_t;

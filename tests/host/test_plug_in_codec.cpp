@@ -1,0 +1,530 @@
+#include "files/plug_in_codec.h"
+
+#include <string>
+
+#include "app/services/registry_key.h"
+#include "files/load.h"
+#include "files/save.h"
+#include "host/codec_stream.h"
+#include "host/document_support.h"
+#include "platform/host/libraries.h"
+
+namespace nira {
+namespace {
+
+constexpr const char16_t* kKey = u"Software\\NIRA\\Encodings";
+
+// Where the fake codec goes wrong, and how.
+enum class Place { kNowhere, kGetEncoder, kCreate, kDecode, kEncode, kDestroy, kCurrentIndex };
+enum class Wrong {
+    kFault,
+    kForeignBlock,
+    kForeignOutput,
+    kFreedOutput,
+    kTakesTooMuch,
+    kTakesNothing,
+    kTakesFirstChunkOnly,
+    kCountsTooMuch,
+    kNoOutput,
+};
+
+struct Fake {
+    Place place = Place::kNowhere;
+    Wrong wrong = Wrong::kFault;
+    int call = 1;  // of that function, from 1, from where on it goes wrong
+    uint32_t answer = 1;
+    uint32_t currentIndex = kBuiltInCodecs;
+    bool withCreate = true;
+    bool withDestroy = true;
+    bool leavesDecodeOut = false;
+    bool grownState = true;
+    int calls[7] = {};
+    std::u16string name;
+    uint32_t createdFor = 0;
+    std::vector<int32_t> chunks;
+};
+
+Fake fake;
+int stranger;
+
+// Counts a call. True when it is to go wrong.
+bool Counted(Place place) {
+    const int number = ++fake.calls[static_cast<int>(place)];
+    const bool wrong = place == fake.place && number >= fake.call;
+    if (wrong && fake.wrong == Wrong::kFault) HostFaultInPlugIn();
+    return wrong;
+}
+
+bool Goes(bool wrong, Wrong way) { return wrong && fake.wrong == way; }
+
+// The state is a second block besides the output.
+void* Create(uint32_t index, ReallocCallback grow) {
+    Counted(Place::kCreate);
+    fake.createdFor = index;
+    return fake.grownState ? grow(grow(nullptr, 8), 64) : nullptr;
+}
+
+template <typename Unit>
+void Fill(bool wrong, Unit** target, uint32_t* count, uint32_t wanted, ReallocCallback grow) {
+    if (Goes(wrong, Wrong::kForeignBlock)) grow(&stranger, 100);
+    *count = wanted;
+    if (Goes(wrong, Wrong::kNoOutput)) return;
+    *target = static_cast<Unit*>(grow(*target, (wanted + 1) * static_cast<uint32_t>(sizeof(Unit))));
+    if (Goes(wrong, Wrong::kFreedOutput)) grow(*target, 0);
+    if (Goes(wrong, Wrong::kForeignOutput)) *target = reinterpret_cast<Unit*>(&stranger);
+    if (Goes(wrong, Wrong::kCountsTooMuch)) *count = wanted + 2;
+}
+
+uint32_t Decode(void* state, const uint8_t* source, uint32_t size, char16_t** target, uint32_t* units,
+                int32_t chunk, ReallocCallback grow) {
+    const bool wrong = Counted(Place::kDecode);
+    fake.chunks.push_back(chunk);
+    EXPECT_EQ(state != nullptr, fake.withCreate && fake.grownState);
+    if (Goes(wrong, Wrong::kTakesNothing)) return 0;
+    if (Goes(wrong, Wrong::kTakesFirstChunkOnly) && chunk != kFirstChunk) return 0;
+    Fill(wrong, target, units, size, grow);
+    if (*target != nullptr && !wrong) std::copy(source, source + size, *target);
+    return Goes(wrong, Wrong::kTakesTooMuch) ? size + 1 : size;
+}
+
+uint32_t Encode(void*, const char16_t* source, uint32_t units, uint8_t** target, uint32_t* size,
+                int32_t chunk, ReallocCallback grow) {
+    const bool wrong = Counted(Place::kEncode);
+    fake.chunks.push_back(chunk);
+    Fill(wrong, target, size, units, grow);
+    for (uint32_t i = 0; i < units && !wrong; ++i) (*target)[i] = static_cast<uint8_t>(source[i]);
+    return 0;
+}
+
+void Destroy(void* state, ReallocCallback grow) {
+    Counted(Place::kDestroy);
+    grow(state, 0);
+}
+
+uint32_t CurrentIndex(void*, ReallocCallback) {
+    Counted(Place::kCurrentIndex);
+    return fake.currentIndex;
+}
+
+uint32_t GetEncoder(const char16_t* name, Codec* codec) {
+    fake.name = name;
+    codec->library = nullptr;  // not the plug-in's to change
+    if (fake.withDestroy) codec->destroy = Destroy;
+    Counted(Place::kGetEncoder);
+    if (fake.withCreate) codec->create = Create;
+    if (!fake.leavesDecodeOut) codec->decode = Decode;
+    codec->encode = Encode;
+    codec->currentIndex = CurrentIndex;
+    return fake.answer;
+}
+
+// The codec "fake" of a fake library, at index 5.
+class PlugIn : public DocumentTest {
+  protected:
+    PlugIn() {
+        HostLibrariesReset();
+        fake = {};
+        fake.chunks.clear();
+        InstallNew();
+    }
+    ~PlugIn() override {
+        EXPECT_EQ(HostLibrariesLoaded(), distrusted_) << "libraries that are not let go";
+        HostLibrariesReset();
+    }
+
+    // A library that no test has spoiled.
+    void InstallNew() {
+        static int number = 0;
+        path_ = u"C:\\plug-in " + Wide(std::to_string(++number)) + u".dll";
+        HostLibraryExport(path_.c_str(), "GetEncoder", reinterpret_cast<LibraryFunction>(GetEncoder));
+        Register(path_);
+    }
+    static void Register(const std::u16string& path) {
+        RegistryMemorySetString(RegistryRoot::kLocalMachine, kKey, u"fake", path.c_str());
+        InitCodecs();
+    }
+
+    void Break(Place place, Wrong wrong = Wrong::kFault, int call = 1) {
+        const int32_t spoiled = HostLibrariesLoaded();
+        fake = {};
+        fake.chunks.clear();
+        fake.place = place;
+        fake.wrong = wrong;
+        fake.call = call;
+        distrusted_ = spoiled;
+        InstallNew();
+    }
+    // The library has faulted, and stays loaded.
+    void ExpectDistrust() {
+        EXPECT_EQ(HostLibrariesLoaded(), distrusted_ + 1);
+        distrusted_ = HostLibrariesLoaded();
+        const int runs = HostGuardedRuns();
+        EXPECT_EQ(CreateCodec(5), nullptr);
+        EXPECT_EQ(HostGuardedRuns(), runs) << "it was called again";
+        EXPECT_EQ(HostLibrariesLoaded(), distrusted_ + 1) << "it was freed";
+        distrusted_ = HostLibrariesLoaded();
+    }
+
+    int LoadBytes(const std::string& bytes) {
+        Renew();
+        folder.Put("f.txt", bytes);
+        return Load(editor, folder.OwnName("f.txt"), 5);
+    }
+    void MakeOverOld(uint32_t safeSave) {
+        folder.Put("f.txt", "old");
+        Renew();
+        SetEditorPath(editor, folder.OwnName("f.txt"));
+        editor->codecId = 5;
+        editor->lineEnd = kLineEndLf;
+        TextInsert(editor, 0, 0, u"new\r\ntext", 9);
+        TheOptions().safeSave = safeSave;
+    }
+
+    std::u16string path_;
+    int distrusted_ = 0;
+};
+
+int CallsOf(Place place) { return fake.calls[static_cast<int>(place)]; }
+
+// ---- a plug-in that behaves ----
+
+TEST_F(PlugIn, GetsItsNameItsIndexAndItsState) {
+    const Stream stream(5);
+    ASSERT_NE(stream.codec, nullptr);
+    EXPECT_EQ(fake.name, u"fake");
+    EXPECT_EQ(fake.createdFor, 5u);
+    EXPECT_NE(stream.codec->state, nullptr);
+    EXPECT_NE(stream.codec->library, nullptr);
+    EXPECT_TRUE(IsPlugIn(stream.codec));
+    EXPECT_FALSE(IsPlugIn(Stream(kCodecUtf8).codec));
+}
+
+TEST_F(PlugIn, IsDestroyedAndItsLibraryLetGo) {
+    EXPECT_TRUE(DestroyCodec(CreateCodec(5)));
+    EXPECT_EQ(CallsOf(Place::kDestroy), 1);
+    EXPECT_EQ(HostLibrariesLoaded(), 0);
+}
+
+TEST_F(PlugIn, NeedsNeitherCreateNorDestroy) {
+    fake.withCreate = false;
+    fake.withDestroy = false;
+    {
+        Stream stream(5);
+        EXPECT_EQ(stream.codec->state, nullptr);
+        EXPECT_EQ(stream.Decode("abc"), u"abc");
+    }
+    EXPECT_EQ(CallsOf(Place::kDestroy), 0);
+}
+
+TEST_F(PlugIn, MayHaveNoState) {
+    fake.grownState = false;
+    Stream stream(5);
+    EXPECT_EQ(stream.Decode("abc"), u"abc");
+}
+
+TEST_F(PlugIn, ConvertsBothWaysInOneReusedBuffer) {
+    Stream stream(5);
+    EXPECT_EQ(stream.Decode("abc\xE9"), u"abc\u00E9");
+    EXPECT_EQ(stream.Decode("de", kMiddleChunk), u"de");
+    EXPECT_EQ(stream.Encode(u"abc\u00E9"), "abc\xE9");
+    EXPECT_EQ(stream.Encode(u"d", kLastChunk), "d");
+    EXPECT_EQ(fake.chunks, (std::vector<int32_t>{1, 0, 1, -1}));
+}
+
+TEST_F(PlugIn, LoadsAndSavesAFile) {
+    const std::string bytes(50000, 'x');
+    ASSERT_EQ(LoadBytes(bytes + "\n\xE9"), 1);
+    EXPECT_EQ(Text(editor), Wide(bytes) + u"\n\u00E9");
+    EXPECT_EQ(editor->codecId, 5u);
+    ASSERT_EQ(Save(editor), 1);
+    EXPECT_EQ(folder.Get("f.txt"), bytes + "\n\xE9");
+    EXPECT_TRUE(MessageLog().empty());
+    EXPECT_EQ(CallsOf(Place::kDestroy), CallsOf(Place::kCreate));
+}
+
+TEST_F(PlugIn, AnEmptyFileIsNotOneThatWasNeverTaken) {
+    EXPECT_EQ(LoadBytes(""), 1);
+    EXPECT_EQ(fake.chunks, (std::vector<int32_t>{-1}));
+}
+
+TEST_F(PlugIn, ReportsTheIndexInEffect) {
+    fake.currentIndex = kCodecUtf8;
+    ASSERT_EQ(LoadBytes("a"), 1);
+    EXPECT_EQ(editor->codecId, kCodecUtf8);
+}
+
+TEST_F(PlugIn, AnIndexOutsideTheListStandsForTheCodecItself) {
+    for (const uint32_t index : {6u, 4000u, 0xFFFFFFFFu}) {
+        fake.currentIndex = index;
+        ASSERT_EQ(LoadBytes("a"), 1);
+        EXPECT_EQ(editor->codecId, 5u);
+        EXPECT_EQ(Save(editor), 1);
+    }
+}
+
+// ---- plug-ins that cannot be made ----
+
+TEST_F(PlugIn, NeedsALibraryThatExportsGetEncoder) {
+    Register(u"C:\\missing.dll");
+    EXPECT_EQ(CreateCodec(5), nullptr);
+    Register(u"");
+    EXPECT_EQ(CreateCodec(5), nullptr);
+    HostLibraryExport(u"C:\\other.dll", "getencoder", reinterpret_cast<LibraryFunction>(GetEncoder));
+    Register(u"C:\\other.dll");
+    EXPECT_EQ(CreateCodec(5), nullptr);
+    EXPECT_EQ(HostLibrariesLoaded(), 0);
+    EXPECT_EQ(HostGuardedRuns(), 0);
+}
+
+TEST_F(PlugIn, IsNotMadeWhenItsValueOrKeyHasGone) {
+    RegKey* key = RegKeyOpen(RegistryRoot::kLocalMachine, kKey);
+    RegKeyDeleteValue(key, u"fake");
+    RegKeyClose(key);
+    EXPECT_EQ(CreateCodec(5), nullptr);
+    RegistryMemoryDeleteKey(RegistryRoot::kLocalMachine, kKey);
+    EXPECT_EQ(CreateCodec(5), nullptr);
+}
+
+TEST_F(PlugIn, OnlyTheLowHalfOfTheAnswerCounts) {
+    for (const uint32_t refusal : {0u, 0x10000u, 0xFFFF0000u}) {
+        fake.answer = refusal;
+        EXPECT_EQ(CreateCodec(5), nullptr);
+    }
+    EXPECT_EQ(CallsOf(Place::kCreate), 0);
+    EXPECT_EQ(CallsOf(Place::kDestroy), 3) << "what it may have begun is its own to end";
+    for (const uint32_t consent : {1u, 0x8000u, 0xABCD0001u}) {
+        fake.answer = consent;
+        Codec* codec = CreateCodec(5);
+        EXPECT_NE(codec, nullptr);
+        DestroyCodec(codec);
+    }
+}
+
+TEST_F(PlugIn, MustFillTheRecord) {
+    fake.leavesDecodeOut = true;
+    EXPECT_EQ(CreateCodec(5), nullptr);
+    EXPECT_EQ(CallsOf(Place::kCreate), 0);
+    EXPECT_EQ(HostLibrariesLoaded(), 0);
+}
+
+TEST_F(PlugIn, ThatCannotBeMadeIsToldOnLoadingAndSaving) {
+    fake.answer = 0;
+    EXPECT_EQ(LoadBytes("abc"), 0);
+    ExpectMessage(u"Error initializing decoder");
+    MakeOverOld(1);
+    EXPECT_EQ(Save(editor), 0);
+    ExpectMessage(u"Error initializing encoder");
+    EXPECT_EQ(folder.Get("f.txt"), "old");
+    EXPECT_EQ(editor->saveFailed, 1);
+}
+
+// ---- plug-ins that fault ----
+
+TEST_F(PlugIn, ThatFaultsWhileItIsMadeIsToldAndNotCalledAgain) {
+    for (const Place place : {Place::kGetEncoder, Place::kCreate}) {
+        Break(place);
+        EXPECT_EQ(LoadBytes("abc"), 0);
+        ExpectMessage(u"Error initializing decoder");
+        EXPECT_EQ(CallsOf(Place::kDestroy), 0);
+        ExpectDistrust();
+        MakeOverOld(0);
+        EXPECT_EQ(Save(editor), 0);
+        ExpectMessage(u"Error initializing encoder");
+        EXPECT_EQ(folder.Get("f.txt"), "old");
+        distrusted_ = HostLibrariesLoaded();
+    }
+}
+
+TEST_F(PlugIn, ThatFaultsOnLoadingIsAReadError) {
+    for (const Place place : {Place::kDecode, Place::kCurrentIndex, Place::kDestroy}) {
+        Break(place);
+        EXPECT_EQ(LoadBytes("abc"), 0);
+        ExpectMessage(u"Error reading file");
+        EXPECT_EQ(editor->codecId, 5u);
+        EXPECT_EQ(editor->flags, 0u);
+        EXPECT_EQ(CallsOf(Place::kDestroy), place == Place::kDestroy ? 1 : 0);
+        EXPECT_EQ(folder.Get("f.txt"), "abc");
+        ExpectDistrust();
+    }
+}
+
+TEST_F(PlugIn, ThatFaultsLaterKeepsWhatWasRead) {
+    Break(Place::kDecode, Wrong::kFault, 2);
+    EXPECT_EQ(LoadBytes(std::string(kReadBlock + 100, 'x')), 0);
+    ExpectMessage(u"Error reading file");
+    EXPECT_EQ(Text(editor), std::u16string(kReadBlock, u'x'));
+    ExpectDistrust();
+}
+
+TEST_F(PlugIn, ThatFaultsOnSavingLeavesTheOldFile) {
+    for (const uint32_t safeSave : {0u, 1u}) {
+        for (const Place place : {Place::kEncode, Place::kDestroy}) {
+            for (int call = 1; call <= (place == Place::kEncode ? 2 : 1); ++call) {
+                Break(place, Wrong::kFault, call);
+                MakeOverOld(safeSave);
+                EXPECT_EQ(Save(editor), 0);
+                ExpectMessage(u"Error writing file");
+                EXPECT_EQ(folder.Get("f.txt"), "old") << safeSave << " " << call;
+                EXPECT_EQ(folder.Count(), 1u);
+                EXPECT_EQ(editor->saveFailed, 1);
+                EXPECT_EQ(Text(editor), u"new\ntext");
+                ExpectDistrust();
+                // The text is not locked in.
+                editor->codecId = kCodecUtf8;
+                EXPECT_EQ(Save(editor), 1);
+                EXPECT_EQ(folder.Get("f.txt"), "new\ntext");
+            }
+        }
+    }
+}
+
+TEST_F(PlugIn, IsTriedOutOnlyWhereTheOldFileHasNoBackup) {
+    MakeOverOld(0);
+    EXPECT_EQ(Save(editor), 1);
+    EXPECT_EQ(CallsOf(Place::kCreate), 2);
+    EXPECT_EQ(fake.chunks, (std::vector<int32_t>{1, -1, 1, -1}));
+    EXPECT_EQ(folder.Get("f.txt"), "new\ntext");
+    fake.calls[static_cast<int>(Place::kCreate)] = 0;
+    MakeOverOld(1);
+    EXPECT_EQ(Save(editor), 1);
+    EXPECT_EQ(CallsOf(Place::kCreate), 1);
+    EXPECT_EQ(folder.Get("f.txt"), "new\ntext");
+}
+
+TEST_F(PlugIn, OtherLibrariesAreStillTrusted) {
+    Break(Place::kDecode);
+    EXPECT_EQ(LoadBytes("abc"), 0);
+    ExpectMessage(u"Error reading file");
+    ExpectDistrust();
+    Break(Place::kNowhere);
+    EXPECT_EQ(LoadBytes("abc"), 1);
+    EXPECT_EQ(Text(editor), u"abc");
+}
+
+// ---- plug-ins that break the contract ----
+
+TEST_F(PlugIn, ThatDecodesWronglyIsAReadError) {
+    for (const Wrong wrong : {Wrong::kForeignOutput, Wrong::kFreedOutput, Wrong::kTakesTooMuch,
+                              Wrong::kTakesNothing, Wrong::kCountsTooMuch, Wrong::kNoOutput}) {
+        for (const size_t size : {1u, 5u, kReadBlock, 3 * kReadBlock}) {
+            Break(Place::kDecode, wrong);
+            EXPECT_EQ(LoadBytes(std::string(size, 'x')), 0) << static_cast<int>(wrong) << " " << size;
+            ExpectMessage(u"Error reading file");
+            EXPECT_EQ(Text(editor), u"");
+            EXPECT_EQ(editor->codecId, 5u);
+            EXPECT_EQ(CallsOf(Place::kDestroy), 1) << "it has not faulted";
+        }
+    }
+}
+
+TEST_F(PlugIn, ThatGetsStuckInTheMiddleIsAReadError) {
+    for (const size_t more : {17u, 5000u, kReadBlock, 2 * kReadBlock}) {
+        Break(Place::kDecode, Wrong::kTakesFirstChunkOnly);
+        EXPECT_EQ(LoadBytes(std::string(kReadBlock + more, 'x')), 0) << more;
+        ExpectMessage(u"Error reading file");
+    }
+}
+
+TEST_F(PlugIn, MayDropACharacterThatTheFilesEndCuts) {
+    Break(Place::kDecode, Wrong::kTakesFirstChunkOnly);
+    EXPECT_EQ(LoadBytes(std::string(kReadBlock + 16, 'x')), 1);
+    EXPECT_EQ(editor->lines[0].length, kReadBlock);
+}
+
+TEST_F(PlugIn, ThatEncodesWronglyLeavesTheOldFile) {
+    for (const Wrong wrong :
+         {Wrong::kForeignOutput, Wrong::kFreedOutput, Wrong::kCountsTooMuch, Wrong::kNoOutput}) {
+        for (const uint32_t safeSave : {0u, 1u}) {
+            Break(Place::kEncode, wrong);
+            MakeOverOld(safeSave);
+            EXPECT_EQ(Save(editor), 0) << static_cast<int>(wrong);
+            ExpectMessage(u"Error writing file");
+            EXPECT_EQ(folder.Get("f.txt"), "old");
+            EXPECT_EQ(folder.Count(), 1u);
+            EXPECT_EQ(editor->saveFailed, 1);
+        }
+    }
+}
+
+TEST_F(PlugIn, ABlockOfSomebodyElseNeverReachesTheHeap) {
+    Break(Place::kDecode, Wrong::kForeignBlock);
+    EXPECT_EQ(LoadBytes("abc"), 0);
+    ExpectMessage(u"Error reading file");
+    ExpectDistrust();
+}
+
+TEST_F(PlugIn, DoesNothingMoreOnceItHasFailed) {
+    Break(Place::kDecode, Wrong::kCountsTooMuch);
+    Stream stream(5);
+    stream.Decode("abc");
+    EXPECT_EQ(stream.consumed, kCodecFailed);
+    fake.place = Place::kNowhere;
+    stream.Decode("abc");
+    EXPECT_EQ(stream.consumed, kCodecFailed);
+    EXPECT_EQ(CallsOf(Place::kDecode), 1);
+    EXPECT_EQ(stream.Encode(u"abc"), "");
+    EXPECT_EQ(CallsOf(Place::kEncode), 0);
+    EXPECT_EQ(stream.Index(), 5u);
+    EXPECT_EQ(CallsOf(Place::kCurrentIndex), 0);
+}
+
+// ---- memory ----
+
+TEST_F(PlugIn, NoFailingAllocationOnLoadingLosesABlock) {
+    bool untouched = false;
+    int failures = 0;
+    for (uint32_t call = 1; !untouched; ++call) {
+        HostShellLogReset();
+        MessageLogReset();
+        Renew();
+        folder.Put("f.txt", "a\nb");
+        char16_t* path = folder.OwnName("f.txt");
+        FaultScope fault(FaultPoint::kAllocation, {.first = call});
+        const int loaded = Load(editor, path, 5);
+        untouched = fault.Hits() == 0;
+        EXPECT_EQ(loaded, untouched ? 1 : 0) << call;
+        EXPECT_EQ(HostShellLog().memoryBoxes, fault.Hits());
+        EXPECT_EQ(HostLibrariesLoaded(), 0);
+        failures += untouched ? 0 : 1;
+    }
+    EXPECT_GE(failures, 8) << "codec, key, path, state twice, notes, block, text";
+}
+
+TEST_F(PlugIn, NoFailingAllocationOnSavingLosesTheFile) {
+    for (const uint32_t safeSave : {0u, 1u}) {
+        bool untouched = false;
+        for (uint32_t call = 1; !untouched; ++call) {
+            HostShellLogReset();
+            MakeOverOld(safeSave);
+            {
+                FaultScope fault(FaultPoint::kAllocation, {.first = call});
+                const int saved = Save(editor);
+                untouched = fault.Hits() == 0;
+                EXPECT_EQ(saved, untouched ? 1 : 0);
+                EXPECT_EQ(HostShellLog().memoryBoxes, fault.Hits());
+            }
+            // Without a backup, memory that runs out between trying and the last byte leaves a part.
+            const std::string left = folder.Get("f.txt");
+            const std::string expected = untouched ? "new\ntext" : "old";
+            EXPECT_EQ(safeSave == 1 ? left : expected, expected) << call;
+            EXPECT_EQ(folder.Count(), 1u);
+            EXPECT_EQ(HostLibrariesLoaded(), 0);
+            EXPECT_EQ(Text(editor), u"new\ntext");
+        }
+    }
+    MessageLogReset();
+}
+
+TEST_F(PlugIn, EveryFailingRegistryCallIsTold) {
+    for (uint32_t call = 1; call <= 3; ++call) {
+        FaultScope fault(FaultPoint::kAnyRegistry, {.first = call});
+        EXPECT_EQ(LoadBytes("abc"), 0);
+        EXPECT_EQ(fault.Hits(), 1u);
+        ExpectMessage(u"Error initializing decoder");
+    }
+    FaultScope fault(FaultPoint::kAnyRegistry, {.first = 4});
+    EXPECT_EQ(LoadBytes("abc"), 1);
+}
+
+}  // namespace
+}  // namespace nira
