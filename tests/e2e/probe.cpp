@@ -8,6 +8,7 @@
 //   nira_probe text KEY NAME VALUE           sets a REG_SZ
 //   nira_probe end-session                   asks every top-level window of NIRA whether the session may end
 //   nira_probe minimised                     1 or 0 for every top-level window of NIRA
+//   nira_probe hold FILE                     keeps a file open, shared with nobody, until its input ends
 //   nira_probe stay                          keeps the Wine desktop open until its input ends
 //
 // The output is UTF-8; tabs, line ends and backslashes of texts are escaped by a backslash.
@@ -96,6 +97,21 @@ BOOL CALLBACK EndSession(HWND window, LPARAM) {
     return TRUE;
 }
 
+void WaitForEndOfInput() {
+    while (std::getchar() != EOF) {
+    }
+}
+
+int Hold(const wchar_t* path) {
+    HANDLE file = CreateFileW(path, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return 1;
+    std::printf("held\n");
+    std::fflush(stdout);
+    WaitForEndOfInput();
+    CloseHandle(file);
+    return 0;
+}
+
 BOOL CALLBACK PrintMinimised(HWND window, LPARAM) {
     if (ClassOf(window) == L"NIRA") std::printf("%d\n", IsIconic(window) != FALSE);
     return TRUE;
@@ -120,10 +136,10 @@ int wmain(int count, wchar_t** arguments) {
     if (what == L"minimised") return EnumWindows(PrintMinimised, 0) ? 0 : 1;
     if (what == L"stay") {
         GetDesktopWindow();
-        while (std::getchar() != EOF) {
-        }
+        WaitForEndOfInput();
         return 0;
     }
+    if (what == L"hold" && count == 3) return Hold(arguments[2]);
     if (what == L"forget" && count == 3) return Forget(arguments[2]);
     if (what == L"number" && count == 5) {
         DWORD value = std::wcstoul(arguments[4], nullptr, 0);
@@ -135,7 +151,7 @@ int wmain(int count, wchar_t** arguments) {
                         (value.size() + 1) * sizeof(wchar_t));
     }
     std::fprintf(stderr,
-                 "usage: nira_probe windows | end-session | minimised | stay | forget KEY | "
+                 "usage: nira_probe windows | end-session | minimised | stay | hold FILE | forget KEY | "
                  "number|text KEY NAME VALUE\n");
     return 2;
 }

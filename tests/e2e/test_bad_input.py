@@ -1,0 +1,157 @@
+"""What nobody wishes for: files that are gone, held or read-only, broken lists, a broken program."""
+import contextlib
+import struct
+import subprocess
+
+import nira_driver
+import pytest
+from nira_driver import key, type_text
+
+RECENT = nira_driver.SETTINGS + r"\MRU"
+
+
+def change(nira, title):
+    type_text("x")
+    nira.wait_title(title + " *")
+
+
+@contextlib.contextmanager
+def held(path):
+    """Another program has the file open and shares it with nobody."""
+    holder = subprocess.Popen(["wine", str(nira_driver.PROBE), "hold", nira_driver.windows_path(path)],
+                              stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    try:
+        assert holder.stdout.readline().strip() == b"held"
+        yield
+    finally:
+        holder.stdin.close()
+        holder.wait(nira_driver.TIMEOUT)
+
+
+def error(nira, text):
+    box = nira.wait_box("Error")
+    assert text in box.texts("Static")
+    nira.answer(box, "OK")
+
+
+# ---- Saving
+
+
+def test_a_file_deleted_meanwhile_is_written_anew(opened):
+    nira, path = opened(b"one\r\n")
+    change(nira, "notes.txt")
+    path.unlink()
+    key("ctrl+s")
+    nira.wait_title("notes.txt")
+    assert path.read_bytes() == b"xone\r\n"
+
+
+def test_a_file_held_by_another_program_stays_and_so_does_the_text(opened):
+    nira, path = opened(b"one\r\n")
+    change(nira, "notes.txt")
+    with held(path):
+        key("ctrl+s")
+        error(nira, "Error writing file")
+        # The text exists nowhere else now: leaving asks, and goes on asking while it cannot be saved.
+        key("ctrl+q")
+        nira.answer(nira.wait_box("File modified"), "Yes")
+        error(nira, "Error writing file")
+        assert nira.is_running()
+    assert path.read_bytes() == b"one\r\n"
+    key("ctrl+q")
+    nira.answer(nira.wait_box("File modified"), "Yes")
+    assert nira.wait_exit() == 0
+    assert path.read_bytes() == b"xone\r\n"
+
+
+def test_save_all_writes_the_other_files_when_one_cannot_be_written(opened, start, tmp_path):
+    nira, first = opened(b"one\r\n")
+    change(nira, "notes.txt")
+    second = tmp_path / "b.txt"
+    second.write_bytes(b"two\r\n")
+    assert start(second).wait_exit() == 0
+    nira.wait_title("b.txt")
+    change(nira, "b.txt")
+    with held(first):
+        key("alt+f", "l")
+        error(nira, "Error writing file")
+        nira.wait_title("b.txt")
+    assert [first.read_bytes(), second.read_bytes()] == [b"one\r\n", b"xtwo\r\n"]
+
+
+def test_a_path_of_three_hundred_characters(opened):
+    name = "/".join(["folder" * 20, "Ordner" * 20, "n" * 60 + ".txt"])
+    nira, path = opened(b"one\r\n", name)
+    assert len(str(path)) > 300
+    change(nira, path.name)
+    key("ctrl+s")
+    nira.wait_title(path.name)
+    assert path.read_bytes() == b"xone\r\n"
+    key("alt+b", "c")
+    nira.wait_title("Untitled2")
+    key("alt+f", "f", "0")
+    nira.wait_title(path.name)
+
+
+# ---- Recent files
+
+
+@pytest.mark.parametrize("entry", [r"C:\gone.txt\\ANSI", r"\\ANSI", "", r"\\\\\\", "C:\\" + "x" * 400 + r"\\ANSI"],
+                         ids=["gone", "no path", "empty", "backslashes", "very long"])
+def test_a_recent_entry_that_opens_nothing_is_reported_and_stays(start, entry):
+    nira_driver.probe("text", RECENT, "0", entry)
+    nira = start()
+    nira.wait_title("Untitled1")
+    key("alt+f", "f", "0")
+    error(nira, "Error reading file")
+    assert nira.title() == "Untitled1"
+    assert "0" in nira_driver.texts(RECENT)
+    change(nira, "Untitled1")
+
+
+def test_a_recent_entry_of_an_unknown_encoding_is_opened(start, tmp_path):
+    path = tmp_path / "a & b.txt"
+    path.write_bytes(b"one\r\n")
+    nira_driver.probe("text", RECENT, "0", nira_driver.windows_path(path) + r"\\Martian")
+    nira = start()
+    nira.wait_title("Untitled1")
+    key("alt+f", "f", "0")
+    nira.wait_title("a & b.txt")
+    assert nira_driver.texts(RECENT) == {}
+
+
+# ---- A program whose bars are broken
+
+
+def broken_program(tmp_path, menu, buttons):
+    """A copy of nira.exe where the bar of that menu and number of buttons has an impossible number of them."""
+    content = nira_driver.PROGRAM.read_bytes()
+    head = struct.pack("<hh", menu, buttons)
+    broken = tmp_path / "broken.exe"
+    # A record of the first button follows: images or -2, a command, enabled.
+    places = [at for at in range(0, len(content) - 10, 2)
+              if content[at:at + 4] == head and content[at + 8:at + 10] == b"\x04\0"]
+    assert len(places) == 1, places
+    at = places[0]
+    broken.write_bytes(content[:at + 2] + struct.pack("<h", 30000) + content[at + 4:])
+    return broken
+
+
+def test_without_its_menu_bar_the_program_says_so_and_ends(start, tmp_path):
+    nira = start(program=broken_program(tmp_path, 3002, 11))
+    nira.answer(nira.wait_box("Error"), "OK")
+    assert nira.wait_exit() == 100
+
+
+def test_without_a_tool_bar_the_command_works_and_says_so_each_time(start, tmp_path):
+    path = tmp_path / "notes.txt"
+    path.write_bytes(b"one\r\n" * 200)
+    nira = start(path, program=broken_program(tmp_path, -1, 7))
+    nira.wait_title("notes.txt")
+    for _ in range(2):
+        key("alt+n", "b")
+        nira.answer(nira.wait_box("Error"), "OK")
+    change(nira, "notes.txt")
+    key("ctrl+s")
+    nira.wait_title("notes.txt")
+    assert path.read_bytes() == b"one\r\n" * 200 + b"x"
