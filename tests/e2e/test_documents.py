@@ -140,6 +140,43 @@ def test_save_all_writes_a_file_that_was_not_changed(three):
     assert [path.read_bytes() for path in paths] == [b"a\r\n", b"b\r\n", b"xc\r\n"]
 
 
+def test_save_all_asks_for_a_name_and_cancel_ends_it(opened, start, tmp_path):
+    nira, path = opened(b"a\r\n")
+    key("ctrl+n")
+    nira.wait_title("Untitled2")
+    change(nira)
+    other = tmp_path / "b.txt"
+    other.write_bytes(b"b\r\n")
+    assert start(other).wait_exit() == 0
+    nira.wait_title("b.txt")
+    change(nira, "y")
+    path.unlink()
+    key("alt+f", "l")
+    nira_driver.wait_for("dialog", lambda: any(window.text == "Save file" for window in nira_driver.windows()))
+    key("Escape")
+    nira_driver.wait_for("end of the dialog",
+                         lambda: all(window.text != "Save file" for window in nira_driver.windows()))
+    # What comes before the one without a name was written, what comes behind it was not.
+    assert nira.title() == "b.txt *"
+    assert path.read_bytes() == b"a\r\n"
+    assert other.read_bytes() == b"b\r\n"
+
+
+def test_maximised_restored_and_minimised_the_window_shows_its_text(opened):
+    nira, path = opened(b"one\r\n")
+    before = nira.window()
+    key("alt+space", "x")
+    nira_driver.wait_for("maximised window", lambda: nira.window().right != before.right or
+                         nira.window().bottom != before.bottom or nira.window().left != before.left)
+    change(nira)
+    key("alt+space", "r")
+    nira_driver.wait_for("restored window", lambda: nira.window().right == before.right)
+    type_text("y")
+    key("ctrl+s")
+    nira.wait_title("notes.txt")
+    assert path.read_bytes() == b"xyone\r\n"
+
+
 def test_a_file_takes_the_place_of_an_untouched_new_document(start, tmp_path):
     path = tmp_path / "notes.txt"
     path.write_bytes(b"one\r\n")
