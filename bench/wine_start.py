@@ -1,5 +1,6 @@
 """How long a Windows program takes from its start until its text is on the screen: NIRA with a file of 100 MB, and
-Wine's own notepad with one of 4 MB. And how long a key takes until it is painted, in a large and a small document.
+Wine's own notepad with one of 4 MB. How long a key takes until it is painted, in a large and a small document. And
+how long Replace All takes by its dialog.
 
     wine_start.py SCREEN FOLDER REPETITIONS      (by bench/wine_start.sh)
 
@@ -65,15 +66,25 @@ def time_start(screen, command):
     return seconds
 
 
-def key_time(folder, name):
-    """The median time from a key to its paint in the real window, in seconds, of one run of 200 keys."""
+def printed_microseconds(program, *arguments):
+    """What a measuring program prints, in seconds."""
     with tempfile.TemporaryFile() as output:
         # Into a file: what Wine starts beside the program would hold a pipe open beyond its end.
-        subprocess.run(["wine", os.path.join(ROOT, "build/windows/bench/nira_bench_keys.exe"),
-                        windows_path(os.path.join(folder, name))], check=True, stdin=subprocess.DEVNULL,
-                       stdout=output, stderr=subprocess.DEVNULL)
+        subprocess.run(["wine", os.path.join(ROOT, "build/windows/bench", program), *arguments], check=True,
+                       stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.DEVNULL)
         output.seek(0)
         return float(output.read()) * 1e-6
+
+
+def key_time(folder, name):
+    """The median time from a key to its paint in the real window, of one run of 200 keys."""
+    return printed_microseconds("nira_bench_keys.exe", windows_path(os.path.join(folder, name)))
+
+
+def replace_time(folder):
+    """From pressing "Replace All" until the box with the count is there."""
+    return printed_microseconds("nira_bench_replace.exe", windows_path(os.path.join(ROOT, "build/windows/nira.exe")),
+                                windows_path(os.path.join(folder, "hits12000.txt")), "12000")
 
 
 def main():
@@ -84,12 +95,13 @@ def main():
     time.sleep(2)  # the desktop paints itself
     nira = [os.path.join(ROOT, "build/windows/nira.exe"), windows_path(os.path.join(folder, "log100.txt"))]
     notepad = ["notepad", windows_path(os.path.join(folder, "log4.txt"))]
-    times = {"nira": [], "notepad": [], "keys_large": [], "keys_small": []}
+    times = {"nira": [], "notepad": [], "keys_large": [], "keys_small": [], "replace": []}
     for _ in range(repetitions):
         times["nira"].append(time_start(screen, nira))
         times["notepad"].append(time_start(screen, notepad))
         times["keys_large"].append(key_time(folder, "log100.txt"))
         times["keys_small"].append(key_time(folder, "log10k.txt"))
+        times["replace"].append(replace_time(folder))
     keeper.stdin.close()
     keeper.wait()
     print(json.dumps({name: statistics.median(values) for name, values in times.items()}))
