@@ -73,6 +73,7 @@ double Seconds() {
 
 void Measure(const wchar_t* name, const wchar_t* count) {
     const HWND main = Await([&] { return WindowWithTitle(L"NIRA", name); }, 10);
+    WaitForInputIdle(program, kTimeout);
     PostMessageW(main, WM_COMMAND, CMD_REPLACE, 0);
     const HWND dialog = Await([] { return Box(L"Replace"); }, 10);
     SetText(dialog, IDC_PATTERN, L"needle");
