@@ -14,6 +14,8 @@
 #include "files/recent_files.h"
 #include "platform/surface.h"
 #include "resources/resource.h"
+#include "search/find.h"
+#include "search/search_dialogs.h"
 #include "view/clipboard_editing.h"
 #include "view/editing.h"
 #include "view/indentation.h"
@@ -133,6 +135,22 @@ intptr_t OnNavigate(WindowHandle, uint32_t, uintptr_t, intptr_t) {
     return 0;
 }
 
+// ---- Searching ----
+
+// Asks what to search for, and after a hit shows the bar for the next ones.
+template <bool (*ask)(WindowHandle), ToolBar bar>
+intptr_t OnSearch(WindowHandle window, uint32_t, uintptr_t, intptr_t) {
+    if (ask(window) && FindNextWithMessage(Shown())) ShowToolBar(bar);
+    return 0;
+}
+
+// A step further, from the bar; with nothing left to find the bar has no use any more.
+template <bool (*step)(Editor*)>
+intptr_t OnSearchOn(WindowHandle, uint32_t, uintptr_t, intptr_t) {
+    if (!step(Shown())) CloseToolBar(ToolBar::kFind);
+    return 0;
+}
+
 // ---- Tool bars ----
 
 template <ToolBar kind>
@@ -167,6 +185,8 @@ constexpr MessageEntry kCommands[] = {
     {CMD_SELECT_ALL, OnEdit<SelectAll>},
     {CMD_MARK_START, OnEdit<MarkStart>},
     {CMD_MARK_END, OnEdit<MarkEnd>},
+    {CMD_FIND, OnSearch<AskForFind, ToolBar::kFind>},
+    {CMD_REPLACE, OnSearch<AskForReplace, ToolBar::kReplace>},
     {CMD_UNDO, OnUndo<true>},
     {CMD_REDO, OnUndo<false>},
     {CMD_INDENT_MORE, OnIndent<IncreaseIndent>},
@@ -176,6 +196,8 @@ constexpr MessageEntry kCommands[] = {
     {CMD_FILE_BOTTOM, OnNavigate<MoveToEnd>},
     {CMD_FILE_TOP, OnNavigate<MoveToStart>},
     {CMD_CLOSE_NAVIGATE_BAR, OnCloseBar<ToolBar::kNavigate>},
+    {CMD_FIND_NEXT, OnSearchOn<FindNextWithMessage>},
+    {CMD_REPLACE_NEXT, OnSearchOn<ReplaceAndFind>},
     {CMD_CLOSE_FIND_BAR, OnCloseBar<ToolBar::kFind>},
     {CMD_GROUP_UNDO, OnGroupUndo},
     {CMD_CLOSE_UNDO_BAR, OnCloseBar<ToolBar::kUndo>},

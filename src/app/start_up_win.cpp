@@ -15,6 +15,7 @@
 #include "platform/messages.h"
 #include "platform/win32/casts.h"
 #include "resources/resource.h"
+#include "search/search_state.h"
 #include "settings/options_store.h"
 #include "shell/input_panel.h"
 #include "shell/menu_bar.h"
@@ -134,6 +135,7 @@ void ShutDown() {
     ShutdownFonts();
     FreeOptions();
     FreeCodecs();
+    FreeSearchState();
     DestroyMainWindow();
     HandPendingPathsOn();
 }

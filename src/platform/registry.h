@@ -11,7 +11,7 @@ namespace nira {
 
 enum class RegistryRoot { kCurrentUser, kLocalMachine };
 
-enum class RegistryType : uint32_t { kString = 1, kBinary = 3, kDword = 4 };
+enum class RegistryType : uint32_t { kString = 1, kBinary = 3, kDword = 4, kTexts = 7 };
 
 // Opens `path` (no leading backslash) for reading and writing, making it when missing. Null on failure.
 RegistryHandle RegistryCreate(RegistryRoot root, const char16_t* path);
@@ -23,7 +23,9 @@ void RegistryClose(RegistryHandle key);
 
 // With null `data`: *size becomes the value's size in bytes. Otherwise reads at most *size bytes into `data`
 // and sets *size to the bytes read. False when the value is missing, unreadable or larger than *size.
-bool RegistryQuery(RegistryHandle key, const char16_t* name, void* data, uint32_t* size);
+// *type, when given, becomes the value's type.
+bool RegistryQuery(RegistryHandle key, const char16_t* name, void* data, uint32_t* size,
+                   RegistryType* type = nullptr);
 
 bool RegistrySet(RegistryHandle key, const char16_t* name, RegistryType type, const void* data,
                  uint32_t size);

@@ -29,6 +29,7 @@
 #include "platform/host/registry_memory.h"
 #include "platform/host/surface_state.h"
 #include "resources/resource.h"
+#include "search/search_state.h"
 #include "settings/options_store.h"
 #include "view/editing.h"
 #include "view/fonts.h"
@@ -67,6 +68,7 @@ class AppTest : public ::testing::Test {
         ShutdownFonts();
         FreeOptions();
         FreeCodecs();
+        FreeSearchState();
         TheAppState() = {};
         EXPECT_EQ(HostHeapCount(), heapsBefore_) << "a document was not destroyed";
         EXPECT_EQ(HostHeapLiveBlocks(nullptr), blocksBefore_) << "a block was not freed";

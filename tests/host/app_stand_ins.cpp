@@ -4,6 +4,8 @@
 #include "app/services/memory.h"
 #include "app/window_actions.h"
 #include "files/file_dialogs.h"
+#include "search/search_dialogs.h"
+#include "search/search_request.h"
 
 namespace nira {
 
@@ -28,6 +30,16 @@ char16_t* Answer(const DialogAnswer& answer, uint32_t* codecIndex) {
     return MemStrDup(nullptr, answer.path.c_str());
 }
 
+bool NextSearch(bool replacing) {
+    AppStandIns& standIns = TheStandIns();
+    standIns.searchDialogs.push_back(replacing);
+    if (standIns.searches.empty()) return false;
+    const SearchAnswer answer = standIns.searches.front();
+    standIns.searches.erase(standIns.searches.begin());
+    return AcceptSearch({answer.pattern.c_str(), replacing ? answer.replacement.c_str() : nullptr,
+                         answer.matchCase, answer.wholeWord, false});
+}
+
 }  // namespace
 
 char16_t* OpenDialog(const char16_t* initialPath, uint32_t* codecIndex) {
@@ -44,6 +56,10 @@ char16_t* SaveDialog(const char16_t* initialPath, uint32_t* codecIndex, uint32_t
 }
 
 void ShowAbout() { ++TheStandIns().aboutShown; }
+
+bool AskForFind(WindowHandle) { return NextSearch(false); }
+
+bool AskForReplace(WindowHandle) { return NextSearch(true); }
 
 void RefocusEditor() { ++TheStandIns().refocused; }
 

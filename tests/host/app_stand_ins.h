@@ -23,9 +23,19 @@ struct DialogCall {
     uint32_t lineEnd;
 };
 
+// What a person confirms in the Find or Replace dialog.
+struct SearchAnswer {
+    std::u16string pattern;
+    std::u16string replacement;
+    bool matchCase = false;
+    bool wholeWord = false;
+};
+
 struct AppStandIns {
     std::vector<DialogAnswer> answers;  // given in order; behind the last every dialog is cancelled
     std::vector<DialogCall> dialogs;
+    std::vector<SearchAnswer> searches;  // given in order; behind the last the search dialogs are cancelled
+    std::vector<bool> searchDialogs;     // those shown; true for Replace
     int refocused = 0;
     int closed = 0;  // main window asked to close
     int aboutShown = 0;

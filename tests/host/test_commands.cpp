@@ -4,6 +4,7 @@
 #include "app_fixture.h"
 #include "base/utf16.h"
 #include "platform/host/clipboard_state.h"
+#include "search/search_request.h"
 
 namespace nira {
 namespace {
@@ -16,9 +17,10 @@ class CommandsTest : public AppTest {
 };
 
 TEST_F(CommandsTest, TheTableIsInItsFixedOrder) {
-    const std::vector<uint32_t> expected = {7005, 7018, 7001, 7002, 7003, 7004, 7034, 7011, 7012, 7021, 7006,
-                                            7007, 7008, 7033, 7009, 7010, 7029, 7030, 7019, 7020, 7031, 7032,
-                                            7027, 7028, 7026, 7025, 1066, 1031, 1033, 1034, 1068, 1078};
+    const std::vector<uint32_t> expected = {7005, 7018, 7001, 7002, 7003, 7004, 7034, 7011, 7012,
+                                            7021, 7006, 7007, 7008, 7033, 7009, 7010, 7029, 7030,
+                                            7016, 7017, 7019, 7020, 7031, 7032, 7027, 7028, 7026,
+                                            7025, 1066, 1028, 1029, 1031, 1033, 1034, 1068, 1078};
     const MessageTable table = CommandTable();
     std::vector<uint32_t> identifiers;
     for (size_t i = 0; i < table.count; ++i) identifiers.push_back(table.entries[i].identifier);
@@ -209,6 +211,91 @@ TEST_F(CommandsTest, MovesThroughTheFileShowTheNavigateBar) {
     Run(CMD_FILE_TOP);
 
     EXPECT_EQ(TheStandIns().barsShown, std::vector<ToolBar>(4, ToolBar::kNavigate));
+}
+
+TEST_F(CommandsTest, AHitOfFindShowsItsBar) {
+    NewBuffer();
+    Type(u"one two");
+    TheStandIns().searches = {{u"one", u""}};
+
+    Run(CMD_FIND);
+
+    EXPECT_EQ(TheStandIns().searchDialogs, std::vector<bool>{false});
+    EXPECT_EQ(TheStandIns().barsShown, std::vector<ToolBar>{ToolBar::kFind});
+    EXPECT_EQ(Shown()->caretColumn, 3);
+    EXPECT_EQ(Shown()->anchorColumn, 0);
+}
+
+TEST_F(CommandsTest, AHitOfReplaceShowsTheBarWithReplace) {
+    NewBuffer();
+    Type(u"one");
+    TheStandIns().searches = {{u"one", u"two"}};
+
+    Run(CMD_REPLACE);
+
+    EXPECT_EQ(TheStandIns().searchDialogs, std::vector<bool>{true});
+    EXPECT_EQ(TheStandIns().barsShown, std::vector<ToolBar>{ToolBar::kReplace});
+    EXPECT_EQ(std::u16string(Shown()->lines[0].text), u"one") << "only found so far";
+}
+
+TEST_F(CommandsTest, ASearchThatFindsNothingSaysSoAndShowsNoBar) {
+    NewBuffer();
+    TheStandIns().searches = {{u"one", u""}, {u"one", u""}};
+
+    Run(CMD_FIND);
+    Run(CMD_REPLACE);
+
+    EXPECT_EQ(TheStandIns().barsShown, std::vector<ToolBar>{});
+    ASSERT_EQ(MessageLog().size(), 2u);
+    EXPECT_EQ(MessageLog()[0].text, u"Pattern not found");
+}
+
+TEST_F(CommandsTest, ACancelledSearchSearchesNothing) {
+    NewBuffer();
+    Type(u"one");
+    AcceptSearch({u"one", nullptr, false, false, false});
+
+    Run(CMD_FIND);
+    Run(CMD_REPLACE);
+
+    EXPECT_EQ(TheStandIns().searchDialogs.size(), 2u);
+    EXPECT_EQ(TheStandIns().barsShown, std::vector<ToolBar>{});
+    EXPECT_EQ(Shown()->anchorColumn, -1);
+    EXPECT_EQ(MessageLog().size(), 0u);
+}
+
+TEST_F(CommandsTest, TheSearchBarGoesOnAndClosesWhenNothingIsLeft) {
+    NewBuffer();
+    Type(u"one one");
+    AcceptSearch({u"one", u"two", false, false, false});
+    Run(CMD_FILE_TOP);
+
+    Run(CMD_FIND_NEXT);
+    EXPECT_EQ(Shown()->caretColumn, 3);
+    Run(CMD_REPLACE_NEXT);
+    EXPECT_EQ(std::u16string(Shown()->lines[0].text), u"two one");
+    EXPECT_EQ(Shown()->caretColumn, 7);
+    EXPECT_EQ(TheStandIns().barsClosed, std::vector<ToolBar>{});
+    Run(CMD_REPLACE_NEXT);
+
+    EXPECT_EQ(std::u16string(Shown()->lines[0].text), u"two two");
+    EXPECT_EQ(TheStandIns().barsClosed, std::vector<ToolBar>{ToolBar::kFind});
+    ASSERT_EQ(MessageLog().size(), 1u);
+    Run(CMD_FIND_NEXT);
+    EXPECT_EQ(TheStandIns().barsClosed.size(), 2u);
+    EXPECT_EQ(MessageLog().size(), 2u);
+}
+
+TEST_F(CommandsTest, ASearchWithoutADocumentIsHarmless) {
+    TheStandIns().searches = {{u"one", u""}, {u"one", u"two"}};
+
+    Run(CMD_FIND);
+    Run(CMD_REPLACE);
+    Run(CMD_FIND_NEXT);
+    Run(CMD_REPLACE_NEXT);
+
+    EXPECT_EQ(TheStandIns().barsShown, std::vector<ToolBar>{});
+    EXPECT_EQ(MessageLog().size(), 0u);
 }
 
 TEST_F(CommandsTest, EachBarHasItsCloseButton) {

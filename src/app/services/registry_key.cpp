@@ -1,6 +1,8 @@
 #include "app/services/registry_key.h"
 
+#include <algorithm>
 #include <cstring>
+#include <limits>
 
 #include "app/services/memory.h"
 #include "base/utf16.h"
@@ -80,6 +82,17 @@ uint32_t RegKeyQueryDword(RegKey* key, const char16_t* name, uint32_t missing) {
     return number;
 }
 
+const char16_t* RegKeyQueryTexts(RegKey* key, const char16_t* name, uint32_t* units) {
+    *units = 0;
+    RegistryType type = {};
+    uint32_t size = 0;
+    if (key == nullptr || !RegistryQuery(key->handle, name, nullptr, &size, &type)) return nullptr;
+    if (type != RegistryType::kTexts) return nullptr;
+    const void* value = RegKeyQuery(key, name, &size);
+    *units = size / uint32_t{sizeof(char16_t)};
+    return static_cast<const char16_t*>(value);
+}
+
 bool RegKeySetString(RegKey* key, const char16_t* name, const char16_t* text) {
     if (key == nullptr) return false;
     const auto bytes = static_cast<uint32_t>((Utf16Length(text) + 1) * sizeof(char16_t));
@@ -89,6 +102,18 @@ bool RegKeySetString(RegKey* key, const char16_t* name, const char16_t* text) {
 bool RegKeySetDword(RegKey* key, const char16_t* name, uint32_t value) {
     if (key == nullptr) return false;
     return RegistrySet(key->handle, name, RegistryType::kDword, &value, sizeof(value));
+}
+
+bool RegKeySetTexts(RegKey* key, const char16_t* name, const char16_t* texts, size_t units) {
+    constexpr size_t kMostUnits = std::numeric_limits<uint32_t>::max() / sizeof(char16_t) - 1;
+    if (key == nullptr || units > kMostUnits) return false;
+    char16_t* list = nullptr;
+    if (!Guarded([&] { list = MemAllocArray<char16_t>(nullptr, units + 1); })) return false;
+    std::copy_n(texts, units, list);
+    const auto bytes = static_cast<uint32_t>((units + 1) * sizeof(char16_t));
+    const bool written = RegistrySet(key->handle, name, RegistryType::kTexts, list, bytes);
+    MemFree(nullptr, list);
+    return written;
 }
 
 void RegKeyQueryInfo(RegKey* key, uint32_t* count, uint32_t* longestName) {

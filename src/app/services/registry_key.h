@@ -1,6 +1,7 @@
 // An open registry key that owns the last value read from it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "platform/handles.h"
@@ -35,9 +36,17 @@ const void* RegKeyQuery(RegKey* key, const char16_t* name, uint32_t* size);
 const char16_t* RegKeyQueryText(RegKey* key, const char16_t* name);
 uint32_t RegKeyQueryDword(RegKey* key, const char16_t* name, uint32_t missing);
 
+// A third one, for a list of texts (REG_MULTI_SZ), which alone is read with regard to its type: the list's
+// units and their number, terminators included; null and 0 when there is no such list.
+const char16_t* RegKeyQueryTexts(RegKey* key, const char16_t* name, uint32_t* units);
+
 // Writes; false on failure.
 bool RegKeySetString(RegKey* key, const char16_t* name, const char16_t* text);
 bool RegKeySetDword(RegKey* key, const char16_t* name, uint32_t value);
+
+// Writes a list of texts, given as `units` units with each text's terminator, and adds the list's own. False
+// on failure, also when memory ran out.
+bool RegKeySetTexts(RegKey* key, const char16_t* name, const char16_t* texts, size_t units);
 
 // Number of values and the longest value name in units; both 0 on failure.
 void RegKeyQueryInfo(RegKey* key, uint32_t* count, uint32_t* longestName);

@@ -112,12 +112,13 @@ void RegistryClose(RegistryHandle key) {
     delete key;
 }
 
-bool RegistryQuery(RegistryHandle key, const char16_t* name, void* data, uint32_t* size) {
+bool RegistryQuery(RegistryHandle key, const char16_t* name, void* data, uint32_t* size, RegistryType* type) {
     if (FaultStrikes(FaultPoint::kRegistryQuery)) return false;
     Key* values = KeyOf(key);
     if (values == nullptr) return false;
     const RegistryMemoryValue* value = FindValue(values, name);
     if (value == nullptr) return Fail(kErrorFileNotFound);
+    if (type != nullptr) *type = value->type;
     const uint32_t room = *size;
     *size = static_cast<uint32_t>(value->bytes.size());
     if (data == nullptr) return true;

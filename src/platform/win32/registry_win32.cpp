@@ -37,12 +37,14 @@ void RegistryClose(RegistryHandle key) {
     if (key != nullptr) RegCloseKey(ToKey(key));
 }
 
-bool RegistryQuery(RegistryHandle key, const char16_t* name, void* data, uint32_t* size) {
+bool RegistryQuery(RegistryHandle key, const char16_t* name, void* data, uint32_t* size, RegistryType* type) {
     DWORD bytes = data != nullptr ? *size : 0;
+    DWORD found = 0;
     const LSTATUS status =
-        RegQueryValueExW(ToKey(key), ToWide(name), nullptr, nullptr, static_cast<BYTE*>(data), &bytes);
+        RegQueryValueExW(ToKey(key), ToWide(name), nullptr, &found, static_cast<BYTE*>(data), &bytes);
     if (!Succeeded(status)) return false;
     *size = bytes;
+    if (type != nullptr) *type = static_cast<RegistryType>(found);
     return true;
 }
 
