@@ -6,6 +6,7 @@
 //   nira_probe forget KEY                    deletes HKEY_CURRENT_USER\KEY with all below it
 //   nira_probe number KEY NAME VALUE         sets a REG_DWORD
 //   nira_probe text KEY NAME VALUE           sets a REG_SZ
+//   nira_probe bytes KEY NAME                type and bytes of a value in hexadecimal; nothing without one
 //   nira_probe end-session                   asks every top-level window of NIRA whether the session may end
 //   nira_probe minimised                     1 or 0 for every top-level window of NIRA
 //   nira_probe hold FILE                     keeps a file open, shared with nobody, until its input ends
@@ -122,6 +123,21 @@ int SetValue(const wchar_t* key, const wchar_t* name, DWORD type, const void* da
     return status == ERROR_SUCCESS ? 0 : 1;
 }
 
+int PrintBytes(const wchar_t* key, const wchar_t* name) {
+    HKEY opened = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, key, 0, KEY_READ, &opened) != ERROR_SUCCESS) return 0;
+    DWORD type = 0;
+    BYTE bytes[4096];
+    DWORD size = sizeof bytes;
+    LSTATUS status = RegQueryValueExW(opened, name, nullptr, &type, bytes, &size);
+    RegCloseKey(opened);
+    if (status != ERROR_SUCCESS) return status == ERROR_FILE_NOT_FOUND ? 0 : 1;
+    std::printf("%lu ", type);
+    for (DWORD i = 0; i < size; ++i) std::printf("%02x", bytes[i]);
+    std::printf("\n");
+    return 0;
+}
+
 int Forget(const wchar_t* key) {
     LSTATUS status = RegDeleteTreeW(HKEY_CURRENT_USER, key);
     return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND ? 0 : 1;
@@ -141,6 +157,7 @@ int wmain(int count, wchar_t** arguments) {
     }
     if (what == L"hold" && count == 3) return Hold(arguments[2]);
     if (what == L"forget" && count == 3) return Forget(arguments[2]);
+    if (what == L"bytes" && count == 4) return PrintBytes(arguments[2], arguments[3]);
     if (what == L"number" && count == 5) {
         DWORD value = std::wcstoul(arguments[4], nullptr, 0);
         return SetValue(arguments[2], arguments[3], REG_DWORD, &value, sizeof value);
@@ -152,6 +169,6 @@ int wmain(int count, wchar_t** arguments) {
     }
     std::fprintf(stderr,
                  "usage: nira_probe windows | end-session | minimised | stay | hold FILE | forget KEY | "
-                 "number|text KEY NAME VALUE\n");
+                 "bytes KEY NAME | number|text KEY NAME VALUE\n");
     return 2;
 }
