@@ -29,6 +29,12 @@ PICTURES = {
     "undo-bar": ["ctrl+z"],
     "navigate-bar": ["alt+n", "d"],
     "indent-bar": ["ctrl+shift+i"],
+    "find": ["ctrl+f"],
+    "find-bar": ["ctrl+f", "Return"],
+    "replace": ["ctrl+h"],
+    "replace-bar": ["ctrl+h", "Return"],
+    "replace-list": ["ctrl+h", "Return", "ctrl+h", "alt+Down"],
+    "replace-count": ["ctrl+h", "alt+a"],
 }
 
 
