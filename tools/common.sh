@@ -121,6 +121,8 @@ use_spare_prefix() {
     stop_wine
     # The server outlives the programs of one test, so that the next one starts warm.
     wineserver -p60
+    # Encodings that a broken-off run left registered would change what the tests see.
+    wine reg delete 'HKLM\Software\NIRA' /f >/dev/null 2>&1 || : # there were none
 }
 
 # stop_wine: ends every program of the current prefix, and of no other.
