@@ -87,6 +87,18 @@ def replace_time(folder):
                                 windows_path(os.path.join(folder, "hits12000.txt")), "12000")
 
 
+def listing_times(folder):
+    """The median times of listing a folder of 10,000 files as the file dialog does and by the bare system calls."""
+    with tempfile.TemporaryFile() as output, tempfile.TemporaryDirectory(dir=folder) as place:
+        for number in range(10000):
+            with open(os.path.join(place, f"file number {number * 7919 % 10000:05}.txt"), "wb") as file:
+                file.write(b"x" * (number % 97))
+        subprocess.run(["wine", os.path.join(ROOT, "build/windows/bench/nira_bench_folder.exe"), windows_path(place)],
+                       check=True, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.DEVNULL)
+        output.seek(0)
+        return [float(number) * 1e-6 for number in output.read().split()]
+
+
 def main():
     screen = Screen(sys.argv[1])
     folder, repetitions = sys.argv[2], int(sys.argv[3])
@@ -102,6 +114,7 @@ def main():
         times["keys_large"].append(key_time(folder, "log100.txt"))
         times["keys_small"].append(key_time(folder, "log10k.txt"))
         times["replace"].append(replace_time(folder))
+    times["listing"], times["bare_listing"] = ([time] for time in listing_times(folder))
     keeper.stdin.close()
     keeper.wait()
     print(json.dumps({name: statistics.median(values) for name, values in times.items()}))

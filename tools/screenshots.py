@@ -3,9 +3,12 @@
     screenshots.py FOLDER SAMPLE
 """
 import contextlib
+import os
 import pathlib
+import shutil
 import subprocess
 import sys
+import tempfile
 import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests/e2e"))
@@ -86,7 +89,44 @@ def take_save_prompt(folder, sample):
         nira_driver.picture(folder / "save-prompt.png")
 
 
-def take_small(folder, sample):
+def make_texts():
+    """A folder to look into, with the same names, sizes and dates in every picture."""
+    place = pathlib.Path(tempfile.gettempdir()) / "texts"
+    shutil.rmtree(place, ignore_errors=True)
+    sizes = {"letter.txt": 2150, "logbook.txt": 1830000, "minutes of the harbour meeting in November.txt": 48300,
+             "notes.txt": 940, "shopping list.txt": 212}
+    for name in ["drafts", "logbook", "recipes"]:
+        (place / name).mkdir(parents=True)
+    for name, size in sizes.items():
+        (place / name).write_bytes(b"x" * size)
+    for path in [*place.iterdir(), place]:
+        os.utime(path, (1793000000, 1793000000))
+    return place / "letter.txt"
+
+
+# The file dialogs and what they open, by the keys that lead there from the text.
+FILE_DIALOGS = {
+    "open-dialog": ["ctrl+o"],
+    "save-dialog": ["alt+f", "v", "Tab", "Tab"],
+    "line-end-menu": ["alt+f", "v", "alt+e"],
+    "create-folder": ["alt+f", "v", "alt+n"],
+    "overwrite-question": ["alt+f", "v", "Return"],
+}
+
+
+def take_file_dialogs(folder):
+    text = make_texts()
+    for name, keys in FILE_DIALOGS.items():
+        with opened(text):
+            press(keys)
+            if name == "open-dialog":
+                type_text(nira_driver.windows_path(text.parent))
+                press(["Return", "Tab", "Tab"])
+            nira_driver.picture(folder / f"{name}.png")
+        take_small(folder, text, f"{name}-small.png", keys)
+
+
+def take_small(folder, sample, name, keys):
     """On a desktop of its own, which is a window of the screen."""
     program = subprocess.Popen(["wine", "explorer", f"/desktop=small,{SMALL}",
                                 nira_driver.windows_path(nira_driver.PROGRAM), nira_driver.windows_path(sample)],
@@ -99,7 +139,10 @@ def take_small(folder, sample):
     window = nira_driver.wait_for("small desktop", desktop)[0]
     time.sleep(3)  # the program appears on its desktop, which nothing here can ask
     wait_for_stillness(window)
-    subprocess.run(["import", "-window", window, str(folder / "main-small.png")], check=True)
+    for one in keys:
+        key(one)
+        wait_for_stillness(window)
+    subprocess.run(["import", "-window", window, str(folder / name)], check=True)
     program.kill()
     program.wait()
 
@@ -114,7 +157,8 @@ def main():
             press(keys)
             nira_driver.picture(folder / f"{name}.png")
     take_save_prompt(folder, sample)
-    take_small(folder, sample)
+    take_small(folder, sample, "main-small.png", [])
+    take_file_dialogs(folder)
     keeper.stdin.close()
     keeper.wait(nira_driver.TIMEOUT)
 

@@ -213,6 +213,9 @@ intptr_t OnMenuKey(const FileDialog* dialog, wchar_t letter) {
 LRESULT CALLBACK KeysProc(HWND control, UINT message, WPARAM first, LPARAM second, UINT_PTR, DWORD_PTR) {
     if (message == WM_SYSCHAR && first != L' ')
         return SendMessageW(GetParent(control), WM_SYSCOMMAND, SC_KEYMENU, static_cast<LPARAM>(first));
+    // Not every control lets F10 through to the window that has the menus.
+    if (message == WM_SYSKEYUP && first == VK_F10)
+        return SendMessageW(GetParent(control), WM_SYSCOMMAND, SC_KEYMENU, 0);
     if (message == WM_KEYDOWN && first == VK_F5)
         return SendMessageW(GetParent(control), WM_COMMAND, CMD_REFRESH, 0);
     if (message == WM_NCDESTROY) RemoveWindowSubclass(control, KeysProc, kKeysHook);

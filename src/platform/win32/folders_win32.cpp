@@ -74,6 +74,13 @@ uint64_t LocalTime(const FILETIME& time) {
 
 bool IsMissing(DWORD error) { return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND; }
 
+// No file system keeps a name of more than 255 units, but not every one says so before the file is made.
+bool HasTooLongName(const char16_t* path) {
+    constexpr size_t kLongestName = 255;
+    const char16_t* mark = Utf16FindLast(path, u'\\');
+    return Utf16Length(mark != nullptr ? mark + 1 : path) > kLongestName;
+}
+
 }  // namespace
 
 FolderSearch FolderSearchOpen(const char16_t* folder) {
@@ -123,8 +130,12 @@ PathKind KindOfPath(const char16_t* path) {
     const SystemPath systemPath(path);
     if (systemPath.Get() == nullptr) return PathKind::kUnusable;
     const DWORD attributes = GetFileAttributesW(systemPath.Get());
-    if (attributes == INVALID_FILE_ATTRIBUTES)
-        return IsMissing(GetLastError()) ? PathKind::kMissing : PathKind::kUnusable;
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        if (!IsMissing(GetLastError())) return PathKind::kUnusable;
+        if (!HasTooLongName(path)) return PathKind::kMissing;
+        SetLastError(ERROR_FILENAME_EXCED_RANGE);
+        return PathKind::kUnusable;
+    }
     return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? PathKind::kFolder : PathKind::kFile;
 }
 
