@@ -143,8 +143,10 @@ def take_small(folder, sample, name, keys):
         key(one)
         wait_for_stillness(window)
     subprocess.run(["import", "-window", window, str(folder / name)], check=True)
-    program.kill()
-    program.wait()
+    # The desktop goes with the last program on it; killed, it would be in the way of the next one.
+    key(*["Escape"] * 3, "ctrl+q")
+    program.wait(nira_driver.TIMEOUT)
+    nira_driver.wait_for("end of the small desktop", lambda: not desktop())
 
 
 def main():
