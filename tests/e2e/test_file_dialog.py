@@ -1,4 +1,6 @@
 """The file dialog by keys and by the pointer: walking through folders, choosing, saving. And the bytes on the disk."""
+import time
+
 import nira_driver
 import pytest
 from nira_driver import key, type_text, wait_for, windows_path
@@ -111,6 +113,7 @@ def test_the_list_by_keys_alone(start, folder):
     wait_folder(nira, "Open file", folder / "inner")
     key("BackSpace")
     wait_folder(nira, "Open file", folder)
+    time.sleep(1.5)  # what is typed sooner continues the last beginning
     type_text("che")
     wait_name(nira, "Open file", "cherry.txt")
     key("Return")
