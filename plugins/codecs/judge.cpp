@@ -1,5 +1,6 @@
 #include "codecs/judge.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "codecs/exact_utf8.h"
@@ -23,14 +24,30 @@ const Entry* JudgeMark(const uint8_t* bytes, uint32_t size) {
     return nullptr;
 }
 
+// UTF-16 that is well-formed UTF-8 as well is alphabetic text, where nearly every unit tells; in other text
+// only blanks, line ends and punctuation do.
+constexpr uint32_t kShareOfAlphabetic = 2;
+constexpr uint32_t kShareOfOthers = 100;
+
+constexpr bool IsTextControl(uint32_t value) {
+    return value == '\t' || value == '\n' || value == '\r' || value == '\f';
+}
+
+// Bytes that no text has in any encoding but UTF-16 and UTF-32.
+bool HasControls(const uint8_t* bytes, uint32_t size) {
+    return std::any_of(bytes, bytes + size, [](uint8_t byte) { return byte < 0x20 && !IsTextControl(byte); });
+}
+
 bool IsTextUnit(char16_t unit) {
-    if (unit < 0x20) return unit == u'\t' || unit == u'\n' || unit == u'\r' || unit == u'\f';
+    if (unit < 0x20) return IsTextControl(unit);
     return unit != 0x7F && unit < 0xFFFE;
 }
 
-// Units that nearly every text has, and that need a byte which other encodings have in no text: Latin letters
-// and signs, and the punctuation of Chinese, Japanese and Korean.
-bool IsTelling(char16_t unit) { return unit < 0x80 || (unit >= 0x3000 && unit <= 0x3002); }
+// Units that have a control byte: those of alphabets, but where the byte is one that text has as well, and
+// the punctuation of Chinese, Japanese and Korean.
+bool IsTelling(char16_t unit) {
+    return (unit < 0x2000 && !IsTextControl(unit >> 8)) || (unit >= 0x3000 && unit <= 0x3002);
+}
 
 // How many units tell of this byte order; 0 when some unit cannot be text in it.
 uint32_t CountTelling(const uint8_t* bytes, uint32_t size, bool bigEndian, bool last) {
@@ -46,11 +63,13 @@ uint32_t CountTelling(const uint8_t* bytes, uint32_t size, bool bigEndian, bool 
     return afterHigh && last ? 0 : telling;
 }
 
-const Entry* JudgeUtf16(const uint8_t* bytes, uint32_t size, bool last) {
+// `share`: at least one unit in so many must tell.
+const Entry* JudgeUtf16(const uint8_t* bytes, uint32_t size, bool last, uint32_t share) {
     if (size % 2 != 0) return nullptr;
     const uint32_t little = CountTelling(bytes, size, false, last);
     const uint32_t big = CountTelling(bytes, size, true, last);
-    if (little == 0 && big == 0) return nullptr;
+    const uint32_t most = std::max(little, big);
+    if (most == 0 || uint64_t{most} * share < size / 2) return nullptr;
     return EntryOfForm(little >= big ? Form::kUtf16Le : Form::kUtf16Be, false);
 }
 
@@ -59,9 +78,9 @@ const Entry* JudgeUtf16(const uint8_t* bytes, uint32_t size, bool last) {
 const Entry* JudgeFile(const uint8_t* bytes, uint32_t size, bool last) {
     if (const Entry* marked = JudgeMark(bytes, size); marked != nullptr) return marked;
     const bool utf8 = IsUtf8(bytes, size, last);
-    const bool zeros = size > 0 && std::memchr(bytes, 0, size) != nullptr;
-    if (!utf8 || zeros) {
-        if (const Entry* utf16 = JudgeUtf16(bytes, size, last); utf16 != nullptr) return utf16;
+    if (!utf8 || HasControls(bytes, size)) {
+        const uint32_t share = utf8 ? kShareOfAlphabetic : kShareOfOthers;
+        if (const Entry* utf16 = JudgeUtf16(bytes, size, last, share); utf16 != nullptr) return utf16;
     }
     const Entry* page = utf8 ? nullptr : EntryOfPage(AnsiPage());
     return page != nullptr ? page : EntryOfForm(Form::kUtf8, false);

@@ -1,8 +1,9 @@
 // What "Auto" takes a file for, by its first bytes.
 //
-// In this order: a byte-order mark; well-formed UTF-8 without zero bytes; the pattern of UTF-16 without mark;
-// well-formed UTF-8 with zero bytes; and else the system's ANSI page. Zero bytes put UTF-8 behind UTF-16,
-// because Latin text in UTF-16 is well-formed UTF-8 too, while no text in UTF-8 has zero bytes.
+// In this order: a byte-order mark; well-formed UTF-8 without control characters; the pattern of UTF-16
+// without mark; well-formed UTF-8 with control characters; and else the system's ANSI page. Control
+// characters put UTF-8 behind UTF-16, because alphabetic text in UTF-16 can be well-formed UTF-8 too, full of
+// control characters, while text in UTF-8 hardly has any.
 #pragma once
 
 #include <cstdint>

@@ -15,8 +15,9 @@ namespace codecs {
 
 namespace {
 
-constexpr uint32_t kOpeningBytes = 4;  // the longest mark
-constexpr uint32_t kBytesOfUnit = 4;   // the most that one unit makes, in any encoding
+constexpr uint32_t kLongestMark = 4;
+constexpr uint32_t kEnoughToJudge = 8192;  // so that a small file is judged as a whole, its end included
+constexpr uint32_t kBytesOfUnit = 4;       // the most that one unit makes, in any encoding
 constexpr uint32_t kSlack = kUtf8Slack + kBytesOfUnit;
 constexpr uint32_t kSlice = 1 << 16;  // units encoded at a time
 
@@ -63,6 +64,10 @@ bool BeginsWith(const uint8_t* bytes, uint32_t size, const Mark& mark) {
     return size >= mark.size && std::memcmp(bytes, mark.bytes, mark.size) == 0;
 }
 
+uint32_t OpeningBytes(const Stream& stream) {
+    return stream.entry->form == Form::kAuto ? kEnoughToJudge : kLongestMark;
+}
+
 // Decides what the file is. Returns the bytes of its mark, which are no text. A mark that goes with an
 // encoding which NIRA does not list stays in the text: nothing else would write it again.
 uint32_t Open(Stream* stream, const uint8_t* bytes, uint32_t size, bool last, NiraRealloc grow) {
@@ -96,6 +101,14 @@ uint32_t DecodeForm(Stream* stream, const uint8_t* source, uint32_t size, bool l
         default:
             return DecodeUtf8(source, size, last, out);
     }
+}
+
+void KeepRest(Stream* stream, const uint8_t* rest, uint32_t size, NiraRealloc grow) {
+    stream->restSize = 0;
+    if (size == 0) return;
+    MakeRoom(&stream->restBytes, size, grow);
+    std::memcpy(stream->restBytes.block, rest, size);
+    stream->restSize = size;
 }
 
 // A last unit that what follows may belong to waits, so that the program sees a CR LF whole.
@@ -152,6 +165,7 @@ Stream* CreateStream(const Entry* entry, uint32_t listIndex, NiraRealloc grow) {
 void DestroyStream(Stream* stream, NiraRealloc grow) {
     if (stream == nullptr) return;
     DestroyPageReader(stream->reader, grow);
+    grow(stream->restBytes.block, 0);
     grow(stream->joined.block, 0);
     grow(stream, 0);
 }
@@ -161,11 +175,11 @@ uint32_t DecodeChunk(Stream* stream, const uint8_t* source, uint32_t size, char1
     const bool last = chunk == kNiraLastChunk;
     *units = 0;
     if (chunk == kNiraFirstChunk) ResetDecoding(stream, grow);
-    const auto* bytes =
-        static_cast<const uint8_t*>(Join(stream, stream->restBytes, stream->restSize, source, size, grow));
+    const auto* bytes = static_cast<const uint8_t*>(
+        Join(stream, stream->restBytes.block, stream->restSize, source, size, grow));
     const uint32_t count = stream->restSize + size;
     uint32_t taken = 0;
-    const bool ready = stream->opened || count >= kOpeningBytes || last;
+    const bool ready = stream->opened || count >= OpeningBytes(*stream) || last;
     if (ready) {
         if (!stream->opened) taken = Open(stream, bytes, count, last, grow);
         GrowOutput(stream, target, (uint64_t{count} + kSlack) * sizeof(char16_t), grow);
@@ -176,8 +190,7 @@ uint32_t DecodeChunk(Stream* stream, const uint8_t* source, uint32_t size, char1
         if (stream->held) stream->heldUnit = *--out;
         *units = static_cast<uint32_t>(out - *target);
     }
-    stream->restSize = count - taken;
-    if (stream->restSize > 0) std::memmove(stream->restBytes, bytes + taken, stream->restSize);
+    KeepRest(stream, bytes + taken, count - taken, grow);
     return size;
 }
 

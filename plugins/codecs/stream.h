@@ -29,7 +29,7 @@ struct Stream {
     uint32_t activeIndex;
     bool opened;  // the first bytes have been judged
 
-    uint8_t restBytes[8];  // not decoded yet
+    Buffer restBytes;  // not decoded yet; ours
     uint32_t restSize;
     char16_t heldUnit;  // decoded, not given out yet
     bool held;
