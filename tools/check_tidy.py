@@ -15,12 +15,12 @@ CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME") or pathlib.Path.home() / "
 
 
 def flags(root):
-    return ["-std=c++20", *(flag for flag in checklib.WARNINGS if flag != "-Werror"), f"-I{root}/src",
+    return ["-std=c++20", *(flag for flag in checklib.WARNINGS if flag != "-Werror"), f"-I{root}/src", f"-I{root}/plugins",
             f"-I{root}/tests", "-isystem", "/usr/src/googletest/googletest/include"]
 
 
 def sources(root):
-    names = checklib.files(root, ["src", "tests/host"], {".cpp"})
+    names = checklib.files(root, ["src", "plugins", "tests/host"], {".cpp"})
     return [name for name in names if not checklib.is_windows_source(name)]
 
 
