@@ -66,7 +66,8 @@ TEST(ExactUtf32, ValuesThatAreNoCharactersComeBack) {
             ASSERT_EQ(text.size(), 4u);
             EXPECT_TRUE(std::all_of(text.begin(), text.end(), IsEscape)) << std::hex << value;
             EXPECT_EQ(Encoded(bigEndian, text), alone);
-            const std::string between = BytesOf(bigEndian, 0x1F600) + alone + alone + BytesOf(bigEndian, 'a');
+            std::string between = BytesOf(bigEndian, 0x1F600);
+            between.append(alone).append(alone).append(BytesOf(bigEndian, 'a'));
             EXPECT_EQ(Encoded(bigEndian, Decoded(bigEndian, between)), between);
         }
     }
