@@ -117,23 +117,25 @@ FILE_DIALOGS = {
 def take_file_dialogs(folder):
     text = make_texts()
     for name, keys in FILE_DIALOGS.items():
+        # The open dialog begins in the home folder, which differs: it is sent to the folder by its name.
+        path = nira_driver.windows_path(text.parent) if name == "open-dialog" else ""
         with opened(text):
             press(keys)
-            if name == "open-dialog":
-                type_text(nira_driver.windows_path(text.parent))
+            if path:
+                type_text(path)
                 press(["Return", "Tab", "Tab"])
             nira_driver.picture(folder / f"{name}.png")
-        take_small(folder, text, f"{name}-small.png", keys)
+        take_small(folder, text, name, keys, path)
 
 
-def take_small(folder, sample, name, keys):
-    """On a desktop of its own, which is a window of the screen."""
-    program = subprocess.Popen(["wine", "explorer", f"/desktop=small,{SMALL}",
+def take_small(folder, sample, name, keys, path=""):
+    """On a desktop of its own, which is a window of the screen; `path` is typed into what the keys open."""
+    program = subprocess.Popen(["wine", "explorer", f"/desktop=small-{name},{SMALL}",
                                 nira_driver.windows_path(nira_driver.PROGRAM), nira_driver.windows_path(sample)],
                                stdin=subprocess.DEVNULL)
 
     def desktop():
-        found = subprocess.run(["xdotool", "search", "--name", "^small"], capture_output=True, check=False)
+        found = subprocess.run(["xdotool", "search", "--name", f"^small-{name}"], capture_output=True, check=False)
         return found.stdout.decode().split()
 
     window = nira_driver.wait_for("small desktop", desktop)[0]
@@ -142,11 +144,14 @@ def take_small(folder, sample, name, keys):
     for one in keys:
         key(one)
         wait_for_stillness(window)
-    subprocess.run(["import", "-window", window, str(folder / name)], check=True)
-    # The desktop goes with the last program on it; killed, it would be in the way of the next one.
-    key(*["Escape"] * 3, "ctrl+q")
+    if path:
+        type_text(path)
+        key("Return", "Tab", "Tab")
+        wait_for_stillness(window)
+    subprocess.run(["import", "-window", window, str(folder / f"{name}-small.png")], check=True)
+    # Killed, the desktop would leave the program behind. A question of Yes and No knows no Escape.
+    key(*(["n"] if name == "overwrite-question" else []), *["Escape"] * 3, "ctrl+q")
     program.wait(nira_driver.TIMEOUT)
-    nira_driver.wait_for("end of the small desktop", lambda: not desktop())
 
 
 def main():
@@ -159,7 +164,7 @@ def main():
             press(keys)
             nira_driver.picture(folder / f"{name}.png")
     take_save_prompt(folder, sample)
-    take_small(folder, sample, "main-small.png", [])
+    take_small(folder, sample, "main", [])
     take_file_dialogs(folder)
     keeper.stdin.close()
     keeper.wait(nira_driver.TIMEOUT)

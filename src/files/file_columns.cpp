@@ -8,6 +8,7 @@ namespace nira {
 namespace {
 
 constexpr int kScrollBarShare = 15;
+constexpr int kLeastNameShare = 3;  // a long name is cut anyway: it leaves the others all but a third
 
 // What the columns other than `wanting` have and do not need.
 int Spare(const ColumnWidths& columns, const ColumnWidths& needed, int wanting) {
@@ -40,9 +41,11 @@ ColumnWidths FittedColumns(int listWidth, int shownWidth, const ColumnWidths& ne
     ColumnWidths columns = PlainColumns(listWidth);
     const int together = std::accumulate(columns.width, columns.width + kColumnCount, 0);
     columns.width[kColumnName] = std::max(0, columns.width[kColumnName] - std::max(0, together - shownWidth));
+    ColumnWidths kept = needed;
+    kept.width[kColumnName] = std::min(needed.width[kColumnName], listWidth / kLeastNameShare);
     for (const int wanting : {kColumnModified, kColumnSize, kColumnName}) {
         const int missing = needed.width[wanting] - columns.width[wanting];
-        if (missing > 0) Move(&columns, needed, wanting, std::min(missing, Spare(columns, needed, wanting)));
+        if (missing > 0) Move(&columns, kept, wanting, std::min(missing, Spare(columns, kept, wanting)));
     }
     return columns;
 }

@@ -16,8 +16,9 @@ struct ColumnWidths {
 ColumnWidths PlainColumns(int listWidth);
 
 // The same where it shows everything. Where one column needs more (`needed`: its widest text with the
-// margins), it gets what the others have to spare: first size and date, which are short, then the name. Never
-// wider together than `shownWidth`, the list's width without a wider scroll bar: the name gives way.
+// margins), it gets what the others have to spare: first size and date, which are short and may take from a
+// name that is longer than a third of the list, then the name. Never wider together than `shownWidth`, the
+// list's width without a wider scroll bar: the name gives way.
 ColumnWidths FittedColumns(int listWidth, int shownWidth, const ColumnWidths& needed);
 
 }  // namespace nira

@@ -29,8 +29,9 @@ TEST(FileColumns, GiveDateAndSizeWhatAShortNameCanSpare) {
     ExpectWidths(FittedColumns(240, 240, {{50, 64, 80}}), 81, 64, 80);
 }
 
-TEST(FileColumns, StayAsTheyAreWhereNoneCanSpareAnything) {
-    ExpectWidths(FittedColumns(240, 240, {{300, 64, 80}}), 105, 60, 60);
+TEST(FileColumns, LeaveALongNameAThirdWhereDateAndSizeNeedTheRest) {
+    ExpectWidths(FittedColumns(240, 240, {{300, 64, 80}}), 81, 64, 80);
+    ExpectWidths(FittedColumns(240, 240, {{300, 300, 80}}), 80, 65, 80);
 }
 
 TEST(FileColumns, MakeRoomForAWideScrollBar) {
