@@ -16,6 +16,7 @@
 #include "resources/resource.h"
 #include "search/find.h"
 #include "search/search_dialogs.h"
+#include "settings/go_to_dialog.h"
 #include "view/clipboard_editing.h"
 #include "view/editing.h"
 #include "view/indentation.h"
@@ -135,6 +136,14 @@ intptr_t OnNavigate(WindowHandle, uint32_t, uintptr_t, intptr_t) {
     return 0;
 }
 
+intptr_t OnGoTo(WindowHandle, uint32_t, uintptr_t, intptr_t) {
+    const uint32_t line = RunGoToDialog();
+    if (line == 0 || Shown() == nullptr) return 0;
+    GoToLine(Shown(), line - 1);
+    ShowToolBar(ToolBar::kNavigate);
+    return 0;
+}
+
 // ---- Searching ----
 
 // Asks what to search for, and after a hit shows the bar for the next ones.
@@ -195,6 +204,7 @@ constexpr MessageEntry kCommands[] = {
     {CMD_PAGE_DOWN, OnNavigate<MovePageDown>},
     {CMD_FILE_BOTTOM, OnNavigate<MoveToEnd>},
     {CMD_FILE_TOP, OnNavigate<MoveToStart>},
+    {CMD_GO_TO, OnGoTo},
     {CMD_CLOSE_NAVIGATE_BAR, OnCloseBar<ToolBar::kNavigate>},
     {CMD_FIND_NEXT, OnSearchOn<FindNextWithMessage>},
     {CMD_REPLACE_NEXT, OnSearchOn<ReplaceAndFind>},

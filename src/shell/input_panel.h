@@ -25,6 +25,12 @@ struct SipInfo {
 // or size.
 BOOL SHSipInfo(UINT action, UINT parameter, SipInfo* info, UINT flags);
 
+// The helper of small dialogs with a field to type into, which hand it every message (with its two
+// parameters) first. At WM_INITDIALOG it puts the dialog over the upper half of its owner, inside the work
+// area, where a keyboard that comes up at the bottom of a touch screen does not cover it. It deals with
+// nothing else, and the dialog goes on with the message as if the helper were not there.
+void SHInputDialog(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+
 // Registers the control "SIPPREF" that dialogs carry to raise the input panel. Here it is a window that shows
 // nothing. May be called again. FALSE with the last error set on failure.
 BOOL SHInitExtraControls();

@@ -6,6 +6,7 @@
 #include "files/file_dialogs.h"
 #include "search/search_dialogs.h"
 #include "search/search_request.h"
+#include "settings/go_to_dialog.h"
 
 namespace nira {
 
@@ -60,6 +61,7 @@ void ShowAbout() { ++TheStandIns().aboutShown; }
 bool AskForFind(WindowHandle) { return NextSearch(false); }
 
 bool AskForReplace(WindowHandle) { return NextSearch(true); }
+uint32_t RunGoToDialog() { return TheStandIns().lineEntered; }
 
 void RefocusEditor() { ++TheStandIns().refocused; }
 

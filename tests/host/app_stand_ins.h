@@ -39,6 +39,7 @@ struct AppStandIns {
     int refocused = 0;
     int closed = 0;  // main window asked to close
     int aboutShown = 0;
+    uint32_t lineEntered = 0;  // in the Go to dialog; 0: cancelled
     std::vector<ToolBar> barsShown;
     std::vector<ToolBar> barsClosed;
     bool groupButton = false;

@@ -5,6 +5,7 @@
 #include "base/utf16.h"
 #include "platform/host/clipboard_state.h"
 #include "search/search_request.h"
+#include "view/navigation.h"
 
 namespace nira {
 namespace {
@@ -17,10 +18,10 @@ class CommandsTest : public AppTest {
 };
 
 TEST_F(CommandsTest, TheTableIsInItsFixedOrder) {
-    const std::vector<uint32_t> expected = {7005, 7018, 7001, 7002, 7003, 7004, 7034, 7011, 7012,
-                                            7021, 7006, 7007, 7008, 7033, 7009, 7010, 7029, 7030,
-                                            7016, 7017, 7019, 7020, 7031, 7032, 7027, 7028, 7026,
-                                            7025, 1066, 1028, 1029, 1031, 1033, 1034, 1068, 1078};
+    const std::vector<uint32_t> expected = {7005, 7018, 7001, 7002, 7003, 7004, 7034, 7011, 7012, 7021,
+                                            7006, 7007, 7008, 7033, 7009, 7010, 7029, 7030, 7016, 7017,
+                                            7019, 7020, 7031, 7032, 7027, 7028, 7026, 7025, 7024, 1066,
+                                            1028, 1029, 1031, 1033, 1034, 1068, 1078};
     const MessageTable table = CommandTable();
     std::vector<uint32_t> identifiers;
     for (size_t i = 0; i < table.count; ++i) identifiers.push_back(table.entries[i].identifier);
@@ -330,6 +331,40 @@ TEST_F(CommandsTest, TheRangeOfDocumentsEndsWithTheList) {
     Run(CMD_BUFFER_FIRST + 2);
 
     EXPECT_EQ(Caption(), u"Untitled1");
+}
+
+TEST_F(CommandsTest, GoToMovesToTheLineThatWasEnteredAndShowsTheBar) {
+    NewBuffer();
+    TextInsertLines(Shown(), 0, 0, u"a\nb\nc", 5);
+    TheStandIns().lineEntered = 2;
+
+    Run(CMD_GO_TO);
+
+    EXPECT_EQ(Shown()->caret.line, 1);
+    EXPECT_EQ(Shown()->caretColumn, 0);
+    EXPECT_EQ(TheStandIns().barsShown, std::vector<ToolBar>{ToolBar::kNavigate});
+}
+
+TEST_F(CommandsTest, GoToBeyondTheEndIsTheLastLine) {
+    NewBuffer();
+    TextInsertLines(Shown(), 0, 0, u"a\nb\nc", 5);
+    TheStandIns().lineEntered = UINT32_MAX;
+
+    Run(CMD_GO_TO);
+
+    EXPECT_EQ(Shown()->caret.line, 2);
+}
+
+TEST_F(CommandsTest, GoToThatIsCancelledChangesNothing) {
+    NewBuffer();
+    TextInsertLines(Shown(), 0, 0, u"a\nb\nc", 5);
+    MoveToEnd(Shown(), false);
+    TheStandIns().lineEntered = 0;
+
+    Run(CMD_GO_TO);
+
+    EXPECT_EQ(Shown()->caret.line, 2);
+    EXPECT_TRUE(TheStandIns().barsShown.empty());
 }
 
 TEST_F(CommandsTest, NextBufferShowsTheOneBehind) {

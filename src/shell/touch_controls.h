@@ -1,0 +1,12 @@
+#pragma once
+
+#include <windows.h>
+
+// Controls that a finger hits: the system's own sizes are for the pointer of a mouse.
+namespace shell {
+
+// Makes the field of a combo box and the rows of its list `height` pixels high, border included. A field
+// whose text would not fit keeps its height.
+void EnlargeComboBox(HWND combo, int height);
+
+}  // namespace shell
