@@ -20,7 +20,6 @@ namespace nira {
 namespace {
 
 constexpr wchar_t kClassName[] = L"NREDIT";
-constexpr int32_t kCaretWidth = 2;
 constexpr UINT kOpenPath = WM_USER;  // the main window opens the path in lParam
 
 Editor* Current() { return TheWindowState().currentEditor; }

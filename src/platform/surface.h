@@ -30,6 +30,8 @@ int32_t SurfaceTrackPosition(WindowHandle window, SurfaceBar bar);
 
 // The caret of the window that has the focus, in client pixels.
 void SurfaceCreateCaret(WindowHandle window, int32_t width, int32_t height);
+// True when the caret is this window's, which it is while the window has the focus.
+bool SurfaceHasCaret(WindowHandle window);
 void SurfaceDestroyCaret();
 void SurfaceMoveCaret(int32_t x, int32_t y);
 void SurfaceCaretPosition(int32_t* x, int32_t* y);

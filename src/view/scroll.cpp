@@ -141,6 +141,15 @@ void UpdatePagesAndBars(Editor* editor) {
     SetPages(editor);
 }
 
+// The system keeps a caret's size from when it was made.
+void ResizeCaret(const Editor* editor) {
+    const WindowHandle window = TheWindowState().editorWindow;
+    if (editor != TheWindowState().currentEditor || !SurfaceHasCaret(window)) return;
+    SurfaceCreateCaret(window, kCaretWidth, editor->lineHeight);
+    SurfaceMoveCaret(editor->caretX - editor->scrollX, editor->caretY - editor->scrollY);
+    SurfaceShowCaret(window);
+}
+
 // After every line may have other rows: caret and anchor are found anew, and the caret keeps its distance
 // from the top of the window.
 void KeepCaretOnScreen(Editor* editor, int32_t rowsBelowTop) {
@@ -239,6 +248,7 @@ void ReapplyOptions(Editor* editor) {
         std::min(INT16_MAX + 0, LineHeight(TheWindowState().editorWindow, editor->textStyle->font)));
     Guarded([&] { EditorMeasureAll(editor); });
     KeepCaretOnScreen(editor, rowsBelowTop);
+    ResizeCaret(editor);
     NotifyRepaint(editor);
 }
 

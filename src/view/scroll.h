@@ -21,6 +21,7 @@ constexpr int32_t kScrollToEnd = 7;
 constexpr int32_t kScrollAutoBack = 100;
 constexpr int32_t kScrollAutoForward = 200;
 
+constexpr int32_t kCaretWidth = 2;    // pixels; the caret is as high as a row
 constexpr int32_t kCaretMargin = 30;  // pixels kept beyond the caret when the view follows it sideways
 
 // Moves the view by a request code (unknown ones do nothing), clamps, sets the bar's position and repaints.
@@ -47,6 +48,7 @@ void ViewResized(Editor* editor);
 void ToggleWrap(Editor* editor);
 
 // Takes font, line height and tab size of the Options anew, lays every line out again and clears layoutStale.
+// The caret of a shown document gets the new height and place at once.
 void ReapplyOptions(Editor* editor);
 
 // The document is shown again: positions, bars and caret from its own record. Lays it out first when it is

@@ -332,6 +332,30 @@ TEST_F(Scroll, OptionsAreTakenAnewWithFontAndTabSize) {
     EXPECT_EQ(window_.vertical.page, 80 / 34);
 }
 
+TEST_F(Scroll, TheCaretTakesTheNewFontAndTabSizeAtOnce) {
+    Fill(u"a\n\tx");
+    At(1, 2);
+    SurfaceShowCaret(&window_);
+    TheOptions().tabSize = 8;
+    ReleaseFont(TheOptions().text.font);
+    TheOptions().text.font = AcquireFont(u"Fixed\x001C");
+    Do([&] { ReapplyOptions(editor_); });
+    EXPECT_EQ(HostCaret().width, 2);
+    EXPECT_EQ(HostCaret().height, 34);
+    EXPECT_EQ(HostCaret().x, 9 * 17);
+    EXPECT_EQ(HostCaret().y, 34);
+    EXPECT_TRUE(HostCaretVisible());
+}
+
+TEST_F(Scroll, WithoutTheFocusThereIsNoCaretToChange) {
+    Fill(u"ab");
+    SurfaceDestroyCaret();
+    const uint32_t created = HostCaret().created;
+    Do([&] { ReapplyOptions(editor_); });
+    EXPECT_EQ(HostCaret().created, created);
+    EXPECT_FALSE(SurfaceHasCaret(&window_));
+}
+
 TEST_F(Scroll, AStaleDocumentIsLaidOutWhenItIsShown) {
     Fill(u"\tx");
     TheOptions().tabSize = 8;

@@ -58,6 +58,8 @@ void SurfaceCreateCaret(WindowHandle window, int32_t width, int32_t height) {
     caret.moves = moves;
 }
 
+bool SurfaceHasCaret(WindowHandle window) { return window != nullptr && caret.owner == window; }
+
 void SurfaceDestroyCaret() {
     caret.owner = nullptr;
     caret.hidden = 1;

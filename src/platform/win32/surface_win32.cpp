@@ -62,6 +62,13 @@ void SurfaceCreateCaret(WindowHandle window, int32_t width, int32_t height) {
     if (window != nullptr) CreateCaret(ToHwnd(window), nullptr, width, height);
 }
 
+bool SurfaceHasCaret(WindowHandle window) {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof(info);
+    return window != nullptr && GetGUIThreadInfo(GetCurrentThreadId(), &info) &&
+           info.hwndCaret == ToHwnd(window);
+}
+
 void SurfaceDestroyCaret() { DestroyCaret(); }
 
 void SurfaceMoveCaret(int32_t x, int32_t y) { SetCaretPos(x, y); }
