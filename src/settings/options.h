@@ -18,6 +18,28 @@ struct TextStyle {
     FontHandle font;  // owned by the font cache
 };
 
+// A colour pair as the Options sheet edits it.
+struct ColorPair {
+    ColorRef fore;
+    ColorRef back;
+};
+
+// Whose colours the sheet shows: positions in SheetCopy::colors and in the list that people choose from.
+constexpr uint32_t kColorsOfText = 0;
+constexpr uint32_t kColorsOfSelection = 1;
+constexpr uint32_t kColorSets = 2;
+
+// What the Options sheet has been told but must not yet take effect. It exists only while the sheet is open.
+struct SheetCopy {
+    char16_t* font;  // a font description; local heap
+    ColorPair colors[kColorSets];
+    uint32_t tabSize;
+    uint32_t undoSize;
+    uint32_t histLen;
+    WindowHandle sheetWindow;  // null until the sheet has been made
+    uint32_t colorSet;         // which pair the page of colours shows
+};
+
 struct Options {
     char16_t* font;            // the font description of view/fonts.h; local heap
     char16_t* wordSeparators;  // what ends a word besides tab and space; local heap
@@ -34,7 +56,7 @@ struct Options {
     uint32_t histLen;           // entries of a search history
     uint32_t wordWrapDefault;   // new documents wrap at the window's width
     char16_t* defaultEncoding;  // name in the codec list; local heap
-    Options* sheetCopy;         // working copy while the Options sheet is open
+    SheetCopy* sheetCopy;       // null unless the Options sheet is open; local heap
 };
 
 // The live record.

@@ -54,7 +54,8 @@ void ExpectDefaults() {
 }
 
 TEST_F(OptionsStore, AnEmptyRegistryGivesTheDefaults) {
-    TheOptions().sheetCopy = &TheOptions();
+    SheetCopy left = {};
+    TheOptions().sheetCopy = &left;
     ASSERT_EQ(LoadOptions(), 1);
     ExpectDefaults();
     EXPECT_EQ(MemSize(nullptr, TheOptions().font), 26u);
