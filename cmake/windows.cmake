@@ -7,7 +7,7 @@ add_library(nira_windows STATIC ${windows})
 # Portable code calls the platform headers that this library implements, and this library calls portable code:
 # naming each other lets CMake repeat the pair for the linker.
 target_link_libraries(nira_windows PUBLIC nira_options nira_portable
-  user32 gdi32 comctl32 comdlg32 advapi32 shell32 ole32)
+  user32 gdi32 comctl32 comdlg32 advapi32 shell32 ole32 uxtheme)
 target_link_libraries(nira_portable PUBLIC nira_windows)
 # A command calls a dialog, which calls what it decides, which calls the platform: more turns than CMake assumes.
 set_target_properties(nira_portable nira_windows PROPERTIES LINK_INTERFACE_MULTIPLICITY 4)

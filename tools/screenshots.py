@@ -38,7 +38,15 @@ PICTURES = {
     "replace-bar": ["ctrl+h", "Return"],
     "replace-list": ["ctrl+h", "Return", "ctrl+h", "alt+Down"],
     "replace-count": ["ctrl+h", "alt+a"],
+    "options-format": ["alt+f", "p"],
+    "options-editor": ["alt+f", "p", "ctrl+Tab"],
+    "options-words": ["alt+f", "p", "ctrl+Tab", "ctrl+Tab"],
+    "options-indent": ["alt+f", "p", "ctrl+shift+Tab"],
+    "color-chooser": ["alt+f", "p", "Tab", "Tab", "space"],
 }
+
+# The same on a small screen, as `NAME-small`.
+SMALL_PICTURES = ["main", "options-format", "options-editor", "options-words", "options-indent", "color-chooser"]
 
 
 def shot(*window):
@@ -164,7 +172,8 @@ def main():
             press(keys)
             nira_driver.picture(folder / f"{name}.png")
     take_save_prompt(folder, sample)
-    take_small(folder, sample, "main", [])
+    for name in SMALL_PICTURES:
+        take_small(folder, sample, name, PICTURES[name])
     take_file_dialogs(folder)
     keeper.stdin.close()
     keeper.wait(nira_driver.TIMEOUT)

@@ -17,6 +17,7 @@
 #include "search/find.h"
 #include "search/search_dialogs.h"
 #include "settings/go_to_dialog.h"
+#include "settings/options_sheet.h"
 #include "view/clipboard_editing.h"
 #include "view/editing.h"
 #include "view/indentation.h"
@@ -66,6 +67,21 @@ intptr_t OnSaveAs(WindowHandle, uint32_t, uintptr_t, intptr_t) {
 
 intptr_t OnSaveAll(WindowHandle, uint32_t, uintptr_t, intptr_t) {
     SaveAll();
+    return 0;
+}
+
+// Every document takes font and tab size anew: the shown one at once, the others when they are next shown.
+void ReapplyOptionsEverywhere() {
+    const AppState& app = TheAppState();
+    for (int i = 0; i < app.bufferCount; ++i) app.buffers[i]->layoutStale = 1;
+    if (Shown() == nullptr) return;
+    ShowWaitPointer();
+    ReapplyOptions(Shown());
+    RestorePointer();
+}
+
+intptr_t OnOptions(WindowHandle, uint32_t, uintptr_t, intptr_t) {
+    if (RunOptionsSheet() > 0) ReapplyOptionsEverywhere();
     return 0;
 }
 
@@ -183,6 +199,7 @@ constexpr MessageEntry kCommands[] = {
     {CMD_SAVE, OnSave},
     {CMD_SAVE_AS, OnSaveAs},
     {CMD_SAVE_ALL, OnSaveAll},
+    {CMD_OPTIONS, OnOptions},
     {CMD_CLOSE, OnClose},
     {CMD_CLOSE_ALL, OnCloseAll},
     {CMD_TOGGLE_WRAP, OnToggleWrap},

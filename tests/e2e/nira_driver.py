@@ -88,6 +88,12 @@ def texts(key_name):
     return {hit[1]: hit[2] for hit in found if hit}
 
 
+def values(key_name):
+    """All values of a registry key, as {name: (type, bytes)}."""
+    fields = (line.split("\t") for line in probe("values", key_name).splitlines())
+    return {name: (int(kind), bytes.fromhex(data)) for name, kind, data in fields}
+
+
 def windows_path(path):
     """The name of a file of this system for a Windows program."""
     return "Z:" + os.path.abspath(path).replace("/", "\\")
@@ -110,12 +116,20 @@ def key(*names):
 
 
 def type_text(text):
-    subprocess.run(["xdotool", "type", text], check=True)
+    subprocess.run(["xdotool", "type", "--", text], check=True)
 
 
 def click(x, y):
     # Pressed at once after the move, a button now and then misses the press.
     subprocess.run(["xdotool", "mousemove", str(x), str(y), "sleep", "0.1", "click", "1"], check=True)
+
+
+def pixels():
+    """The screen now, as (width, height, bytes in the order red, green, blue)."""
+    shot = subprocess.run(["import", "-window", "root", "-depth", "8", "ppm:-"], capture_output=True, check=True).stdout
+    _, size, _, data = shot.split(b"\n", 3)
+    width, height = map(int, size.split())
+    return width, height, data
 
 
 def picture(path):

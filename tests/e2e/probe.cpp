@@ -7,6 +7,8 @@
 //   nira_probe number KEY NAME VALUE         sets a REG_DWORD
 //   nira_probe text KEY NAME VALUE           sets a REG_SZ
 //   nira_probe bytes KEY NAME                type and bytes of a value in hexadecimal; nothing without one
+//   nira_probe values KEY                    one line per value of HKEY_CURRENT_USER\KEY: name type bytes in
+//                                            hexadecimal, tab-separated
 //   nira_probe end-session                   asks every top-level window of NIRA whether the session may end
 //   nira_probe minimised                     1 or 0 for every top-level window of NIRA
 //   nira_probe hold FILE                     keeps a file open, shared with nobody, until its input ends
@@ -138,6 +140,25 @@ int PrintBytes(const wchar_t* key, const wchar_t* name) {
     return 0;
 }
 
+// A key that is not there has no values.
+int PrintValues(const wchar_t* path) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, path, 0, KEY_READ, &key) != ERROR_SUCCESS) return 0;
+    for (DWORD i = 0;; ++i) {
+        wchar_t name[256];
+        BYTE data[1024];
+        DWORD length = 256;
+        DWORD size = sizeof data;
+        DWORD type = 0;
+        if (RegEnumValueW(key, i, name, &length, nullptr, &type, data, &size) != ERROR_SUCCESS) break;
+        std::printf("%s\t%lu\t", Utf8(Escaped(name)).c_str(), type);
+        for (DWORD byte = 0; byte < size; ++byte) std::printf("%02x", data[byte]);
+        std::printf("\n");
+    }
+    RegCloseKey(key);
+    return 0;
+}
+
 int Forget(const wchar_t* key) {
     LSTATUS status = RegDeleteTreeW(HKEY_CURRENT_USER, key);
     return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND ? 0 : 1;
@@ -156,6 +177,7 @@ int wmain(int count, wchar_t** arguments) {
         return 0;
     }
     if (what == L"hold" && count == 3) return Hold(arguments[2]);
+    if (what == L"values" && count == 3) return PrintValues(arguments[2]);
     if (what == L"forget" && count == 3) return Forget(arguments[2]);
     if (what == L"bytes" && count == 4) return PrintBytes(arguments[2], arguments[3]);
     if (what == L"number" && count == 5) {
@@ -169,6 +191,6 @@ int wmain(int count, wchar_t** arguments) {
     }
     std::fprintf(stderr,
                  "usage: nira_probe windows | end-session | minimised | stay | hold FILE | forget KEY | "
-                 "bytes KEY NAME | number|text KEY NAME VALUE\n");
+                 "values KEY | bytes KEY NAME | number|text KEY NAME VALUE\n");
     return 2;
 }

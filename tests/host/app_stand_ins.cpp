@@ -7,6 +7,7 @@
 #include "search/search_dialogs.h"
 #include "search/search_request.h"
 #include "settings/go_to_dialog.h"
+#include "settings/options_sheet.h"
 
 namespace nira {
 
@@ -54,6 +55,13 @@ char16_t* SaveDialog(const char16_t* initialPath, uint32_t* codecIndex, uint32_t
     const DialogAnswer answer = NextAnswer();
     if (answer.lineEnd >= 0) *lineEnd = static_cast<uint32_t>(answer.lineEnd);
     return Answer(answer, codecIndex);
+}
+
+int RunOptionsSheet() {
+    ++TheStandIns().optionsShown;
+    if (TheStandIns().editOptions == nullptr) return 0;
+    TheStandIns().editOptions();
+    return 1;
 }
 
 void ShowAbout() { ++TheStandIns().aboutShown; }

@@ -40,6 +40,8 @@ struct AppStandIns {
     int closed = 0;  // main window asked to close
     int aboutShown = 0;
     uint32_t lineEntered = 0;  // in the Go to dialog; 0: cancelled
+    int optionsShown = 0;
+    void (*editOptions)() = nullptr;  // what the confirmed Options sheet changes; null: it is cancelled
     std::vector<ToolBar> barsShown;
     std::vector<ToolBar> barsClosed;
     bool groupButton = false;

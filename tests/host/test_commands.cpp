@@ -18,10 +18,10 @@ class CommandsTest : public AppTest {
 };
 
 TEST_F(CommandsTest, TheTableIsInItsFixedOrder) {
-    const std::vector<uint32_t> expected = {7005, 7018, 7001, 7002, 7003, 7004, 7034, 7011, 7012, 7021,
-                                            7006, 7007, 7008, 7033, 7009, 7010, 7029, 7030, 7016, 7017,
-                                            7019, 7020, 7031, 7032, 7027, 7028, 7026, 7025, 7024, 1066,
-                                            1028, 1029, 1031, 1033, 1034, 1068, 1078};
+    const std::vector<uint32_t> expected = {7005, 7018, 7001, 7002, 7003, 7004, 7034, 7022, 7011, 7012,
+                                            7021, 7006, 7007, 7008, 7033, 7009, 7010, 7029, 7030, 7016,
+                                            7017, 7019, 7020, 7031, 7032, 7027, 7028, 7026, 7025, 7024,
+                                            1066, 1028, 1029, 1031, 1033, 1034, 1068, 1078};
     const MessageTable table = CommandTable();
     std::vector<uint32_t> identifiers;
     for (size_t i = 0; i < table.count; ++i) identifiers.push_back(table.entries[i].identifier);
@@ -107,6 +107,52 @@ TEST_F(CommandsTest, ClearDeletesForwardWithoutASelection) {
     Run(CMD_CLEAR);
 
     EXPECT_EQ(std::u16string(Shown()->lines[0].text), u"b");
+}
+
+TEST_F(CommandsTest, ConfirmedOptionsReachTheShownDocumentAtOnceAndTheOthersWhenShown) {
+    NewBuffer();
+    Type(u"\tx");
+    NewBuffer();
+    Type(u"\ty");
+    const int32_t before = Shown()->widestLine;
+    const int16_t wrap = Shown()->wordWrap;
+    const uint32_t waits = HostPointer().waits;
+    TheStandIns().editOptions = [] {
+        TheOptions().tabSize = 20;
+        TheOptions().wordWrapDefault = 1;
+    };
+
+    Run(CMD_OPTIONS);
+
+    EXPECT_GT(Shown()->widestLine, before);
+    EXPECT_EQ(Shown()->layoutStale, 0);
+    EXPECT_EQ(Shown()->wordWrap, wrap) << "the default is for documents to come";
+    EXPECT_EQ(BufferAt(0)->layoutStale, 1);
+    EXPECT_EQ(BufferAt(0)->widestLine, before);
+    EXPECT_EQ(HostPointer().waits, waits + 1);
+    EXPECT_FALSE(HostPointer().waiting);
+    EXPECT_EQ(TheStandIns().refocused, 1);
+    const int32_t after = Shown()->widestLine;
+    ActivateBuffer(BufferAt(0));
+    EXPECT_EQ(BufferAt(0)->layoutStale, 0);
+    EXPECT_EQ(BufferAt(0)->widestLine, after);
+}
+
+TEST_F(CommandsTest, CancelledOptionsReachNoDocument) {
+    NewBuffer();
+    NewBuffer();
+
+    Run(CMD_OPTIONS);
+
+    EXPECT_EQ(TheStandIns().optionsShown, 1);
+    EXPECT_EQ(BufferAt(0)->layoutStale, 0);
+    EXPECT_EQ(BufferAt(1)->layoutStale, 0);
+}
+
+TEST_F(CommandsTest, ConfirmedOptionsNeedNoDocument) {
+    TheStandIns().editOptions = [] { TheOptions().tabSize = 20; };
+    Run(CMD_OPTIONS);
+    EXPECT_EQ(TheStandIns().optionsShown, 1);
 }
 
 TEST_F(CommandsTest, ToggleWrapFlipsTheShownDocument) {

@@ -1,0 +1,594 @@
+// The Options sheet on the screen: each test runs it over a window of its own and acts from inside its
+// message loop.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "app/services/memory.h"
+#include "app/services/notices.h"
+#include "files/codecs.h"
+#include "platform/win32/casts.h"
+#include "resources/resource.h"
+#include "settings/options_pages.h"
+#include "settings/options_sheet.h"
+#include "settings/options_store.h"
+#include "shell/input_panel.h"
+#include "shell/menu_bar.h"
+#include "shell_test_window.h"
+#include "view/fonts.h"
+#include "windows/registry_sandbox.h"
+
+namespace nira {
+namespace {
+
+constexpr int kTabs = 12320;
+constexpr int kTouchTarget = 24;
+constexpr int kFormat = 0;
+constexpr int kEditor = 1;
+constexpr int kWords = 2;
+constexpr int kIndent = 3;
+
+std::wstring TextOf(HWND window) {
+    wchar_t text[300] = {};
+    GetWindowTextW(window, text, 300);
+    return text;
+}
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[100] = {};
+    GetClassNameW(window, name, 100);
+    return name;
+}
+
+RECT PlaceOf(HWND window) {
+    RECT place = {};
+    GetWindowRect(window, &place);
+    return place;
+}
+
+// What waits for a turn of the sheet's message loop, or of a message box's in it.
+std::function<bool()> whenReady;
+std::vector<std::wstring> boxes;
+
+HWND FindBox() {
+    const HWND box = FindWindowW(L"#32770", L"Error");
+    return box != nullptr && GetDlgItem(box, IDOK) != nullptr
+               ? box
+               : FindWindowExW(nullptr, box, L"#32770", L"Error");
+}
+
+// Presses OK in the next box titled "Error".
+void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND box = FindBox();
+    if (box == nullptr || !IsWindowVisible(box)) return;
+    KillTimer(nullptr, timer);
+    for (HWND child = GetWindow(box, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (ClassOf(child) == L"Static" && !TextOf(child).empty()) boxes.push_back(TextOf(child));
+    }
+    PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+}
+
+void CALLBACK ActWhenReady(HWND, UINT, UINT_PTR timer, DWORD) {
+    if (whenReady && !whenReady()) return;
+    KillTimer(nullptr, timer);
+    whenReady = nullptr;
+}
+
+class OptionsSheet : public testing::Test {
+  protected:
+    OptionsSheet() {
+        shell_test::Forget();
+        boxes.clear();
+        shell::SHInitExtraControls();
+        InitFonts(nullptr);
+        InitCodecs();
+        LoadOptions();
+        OwnerOf(400, 500);
+    }
+    ~OptionsSheet() override {
+        SetNoticeOwner(nullptr);
+        DestroyWindow(owner_);
+        FreeOptions();
+        FreeCodecs();
+        ShutdownFonts();
+        shell_test::Forget();
+    }
+
+    void OwnerOf(int width, int height) {
+        if (owner_ != nullptr) DestroyWindow(owner_);
+        owner_ = shell_test::MakeWindow(WS_OVERLAPPEDWINDOW | WS_VISIBLE, width, height);
+        SetNoticeOwner(FromHwnd(owner_));
+    }
+
+    // Runs the sheet, and `steps` once it stands; a sheet that they leave open is cancelled.
+    int Run(const std::function<void()>& steps) {
+        whenReady = [&] {
+            const SheetCopy* copy = TheOptions().sheetCopy;
+            if (copy == nullptr || !IsWindowVisible(ToHwnd(copy->sheetWindow))) return false;
+            sheet_ = ToHwnd(copy->sheetWindow);
+            whenReady = nullptr;
+            steps();
+            if (IsWindow(sheet_)) PostMessageW(sheet_, WM_COMMAND, IDCANCEL, 0);
+            return true;
+        };
+        SetTimer(nullptr, 0, 10, ActWhenReady);
+        const int result = RunOptionsSheet();
+        EXPECT_FALSE(IsWindow(sheet_));
+        EXPECT_EQ(TheOptions().sheetCopy, nullptr);
+        EXPECT_TRUE(IsWindowEnabled(owner_));
+        return result;
+    }
+
+    HWND Tabs() const { return GetDlgItem(sheet_, kTabs); }
+    int ShownPage() const { return static_cast<int>(SendMessageW(Tabs(), TCM_GETCURSEL, 0, 0)); }
+    HWND Page() const { return reinterpret_cast<HWND>(SendMessageW(sheet_, PSM_GETCURRENTPAGEHWND, 0, 0)); }
+    HWND Control(int id) const { return GetDlgItem(Page(), id); }
+    void Show(int page) const { SendMessageW(sheet_, PSM_SETCURSEL, static_cast<WPARAM>(page), 0); }
+    void Press(int id) const { SendMessageW(Control(id), BM_CLICK, 0, 0); }
+    void Type(int id, const wchar_t* text) const { SetWindowTextW(Control(id), text); }
+    // As the bar does it.
+    void Confirm() const { SendMessageW(sheet_, WM_COMMAND, IDOK, 0); }
+    static void ExpectBox() { SetTimer(nullptr, 0, 10, AnswerBox); }
+
+    static std::wstring Stored(const wchar_t* name) {
+        wchar_t text[100] = {};
+        DWORD size = sizeof(text);
+        RegGetValueW(HKEY_CURRENT_USER, L"Software\\NIRA", name, RRF_RT_REG_SZ, nullptr, text, &size);
+        return text;
+    }
+    static DWORD StoredNumber(const wchar_t* name) {
+        DWORD value = 0xDEAD;
+        DWORD size = sizeof(value);
+        RegGetValueW(HKEY_CURRENT_USER, L"Software\\NIRA", name, RRF_RT_REG_DWORD, nullptr, &value, &size);
+        return value;
+    }
+    static bool IsStored(const wchar_t* name) {
+        return RegGetValueW(HKEY_CURRENT_USER, L"Software\\NIRA", name, RRF_RT_ANY, nullptr, nullptr,
+                            nullptr) == ERROR_SUCCESS;
+    }
+    static COLORREF MiddleOf(HWND window) {
+        UpdateWindow(window);
+        RECT client = {};
+        GetClientRect(window, &client);
+        const HDC device = GetDC(window);
+        const COLORREF color = GetPixel(device, client.right / 2, client.bottom / 2);
+        ReleaseDC(window, device);
+        return color;
+    }
+
+    RegistrySandbox registry_;
+    HWND owner_ = nullptr;
+    HWND sheet_ = nullptr;
+};
+
+// ---- the window ----
+
+TEST_F(OptionsSheet, CoversItsOwnerWithTabsBelowAndABar) {
+    Run([&] {
+        const RECT sheet = PlaceOf(sheet_);
+        const RECT owner = PlaceOf(owner_);
+        EXPECT_TRUE(EqualRect(&sheet, &owner));
+        EXPECT_EQ(TextOf(sheet_), L"Options");
+        EXPECT_NE(GetWindowLongPtrW(Tabs(), GWL_STYLE) & TCS_BOTTOM, 0);
+        for (const int button : {IDOK, IDCANCEL}) EXPECT_FALSE(IsWindowVisible(GetDlgItem(sheet_, button)));
+        const HWND bar = shell::VisibleBar(sheet_);
+        ASSERT_NE(bar, nullptr);
+        EXPECT_EQ(SendMessageW(bar, TB_COMMANDTOINDEX, IDOK, 0), 0);
+        EXPECT_EQ(SendMessageW(bar, TB_COMMANDTOINDEX, IDCANCEL, 0), 1);
+        EXPECT_LE(PlaceOf(Tabs()).bottom, PlaceOf(bar).top);
+        EXPECT_LT(PlaceOf(Page()).bottom, PlaceOf(Tabs()).bottom) << "the tabs are below the page";
+    });
+}
+
+TEST_F(OptionsSheet, HasFourPagesInOrder) {
+    const wchar_t* const names[] = {L"Format", L"Editor", L"Words", L"Indent"};
+    Run([&] {
+        ASSERT_EQ(SendMessageW(Tabs(), TCM_GETITEMCOUNT, 0, 0), 4);
+        EXPECT_EQ(ShownPage(), kFormat);
+        for (int i = 0; i < 4; ++i) {
+            Show(i);
+            wchar_t text[50] = {};
+            TCITEMW item = {};
+            item.mask = TCIF_TEXT;
+            item.pszText = text;
+            item.cchTextMax = 50;
+            SendMessageW(Tabs(), TCM_GETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+            EXPECT_STREQ(text, names[i]);
+            EXPECT_EQ(TextOf(Page()), names[i]);
+            RECT tab = {};
+            SendMessageW(Tabs(), TCM_GETITEMRECT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&tab));
+            EXPECT_GE(tab.bottom - tab.top, kTouchTarget) << i;
+            EXPECT_LE(tab.right, PlaceOf(Tabs()).right - PlaceOf(Tabs()).left) << "no tab is hidden";
+        }
+    });
+}
+
+bool CarriesText(HWND control) {
+    const std::wstring kind = ClassOf(control);
+    return kind == L"Button" || kind == L"Static";
+}
+
+// The room that the text of a control needs, with its box or circle.
+SIZE RoomFor(HWND control) {
+    const std::wstring text = TextOf(control);
+    const HDC device = GetDC(control);
+    const HGDIOBJ old =
+        SelectObject(device, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    SIZE size = {};
+    GetTextExtentPoint32W(device, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(device, old);
+    ReleaseDC(control, device);
+    const auto style = GetWindowLongPtrW(control, GWL_STYLE) & BS_TYPEMASK;
+    if (ClassOf(control) == L"Button" && (style == BS_AUTOCHECKBOX || style == BS_AUTORADIOBUTTON))
+        size.cx += 18;
+    return size;
+}
+
+bool Encloses(const RECT& outer, const RECT& inner) {
+    return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
+           outer.bottom >= inner.bottom;
+}
+
+void ExpectWellPlaced(HWND page, const std::wstring& where) {
+    const RECT area = PlaceOf(page);
+    for (HWND child = GetWindow(page, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (!IsWindowVisible(child)) continue;
+        const RECT place = PlaceOf(child);
+        const std::wstring name = where + L": " + ClassOf(child) + L" " + TextOf(child);
+        EXPECT_GE(place.left, area.left) << name.c_str();
+        EXPECT_LE(place.right, area.right) << name.c_str();
+        if (CarriesText(child)) {
+            EXPECT_LE(RoomFor(child).cx, place.right - place.left) << name.c_str();
+            EXPECT_LE(RoomFor(child).cy, place.bottom - place.top) << name.c_str();
+        }
+        if (ClassOf(child) != L"Static") {
+            EXPECT_GE(place.bottom - place.top, kTouchTarget) << name.c_str();
+        }
+        for (HWND next = GetWindow(child, GW_HWNDNEXT); next != nullptr;
+             next = GetWindow(next, GW_HWNDNEXT)) {
+            RECT shared = {};
+            const RECT other = PlaceOf(next);
+            if (!IsWindowVisible(next) || !IntersectRect(&shared, &place, &other)) continue;
+            EXPECT_TRUE(Encloses(place, other)) << name.c_str() << L" overlaps " << TextOf(next).c_str();
+        }
+    }
+}
+
+TEST_F(OptionsSheet, NothingIsCutOffOrOverlapsOnAnyScreen) {
+    for (const SIZE size : {SIZE{480, 640}, SIZE{240, 320}, SIZE{640, 480}, SIZE{232, 200}}) {
+        OwnerOf(size.cx, size.cy);
+        Run([&] {
+            for (int i = 0; i < 4; ++i) {
+                Show(i);
+                ExpectWellPlaced(Page(), std::to_wstring(size.cx) + L" page " + std::to_wstring(i));
+            }
+        });
+    }
+}
+
+TEST_F(OptionsSheet, APageThatDoesNotFitScrollsToTheControlWithTheKeyboard) {
+    OwnerOf(240, 220);
+    Run([&] {
+        Show(kIndent);
+        SCROLLINFO info = {};
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_ALL;
+        ASSERT_TRUE(GetScrollInfo(Page(), SB_VERT, &info));
+        EXPECT_GT(info.nMax, static_cast<int>(info.nPage));
+        EXPECT_GT(PlaceOf(Control(IDC_INDENT_BASE_MINIMUM)).bottom, PlaceOf(Page()).bottom);
+        SetFocus(Control(IDC_INDENT_BASE_MINIMUM));
+        EXPECT_LE(PlaceOf(Control(IDC_INDENT_BASE_MINIMUM)).bottom, PlaceOf(Page()).bottom);
+        EXPECT_LT(PlaceOf(Control(IDC_INDENT_TAB_SIZE)).top, PlaceOf(Page()).top);
+        SetFocus(Control(IDC_INDENT_TAB_SIZE));
+        EXPECT_GE(PlaceOf(Control(IDC_INDENT_TAB_SIZE)).top, PlaceOf(Page()).top);
+        ExpectWellPlaced(Page(), L"scrolled");
+    });
+}
+
+TEST_F(OptionsSheet, APageThatDoesNotFitScrollsByWheelDragAndBar) {
+    OwnerOf(240, 220);
+    Run([&] {
+        Show(kIndent);
+        const HWND page = Page();
+        const HWND field = Control(IDC_INDENT_TAB_SIZE);
+        const LONG start = PlaceOf(field).top;
+        const LONG most = PlaceOf(Control(IDC_INDENT_BASE_GROUP)).bottom - PlaceOf(page).bottom;
+        SendMessageW(page, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+        EXPECT_LT(PlaceOf(field).top, start);
+        SendMessageW(page, WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+        EXPECT_EQ(PlaceOf(field).top, start);
+        SendMessageW(page, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 60));
+        SendMessageW(page, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(100, 40));
+        EXPECT_EQ(PlaceOf(field).top, start - 20);
+        SendMessageW(page, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(100, 90));
+        EXPECT_EQ(PlaceOf(field).top, start) << "not beyond the start";
+        SendMessageW(page, WM_LBUTTONUP, 0, MAKELPARAM(100, 90));
+        SendMessageW(page, WM_MOUSEMOVE, 0, MAKELPARAM(100, 40));
+        EXPECT_EQ(PlaceOf(field).top, start) << "nothing holds it any more";
+        SendMessageW(page, WM_VSCROLL, SB_BOTTOM, 0);
+        EXPECT_LE(PlaceOf(field).top, start - most);
+        EXPECT_LE(PlaceOf(Control(IDC_INDENT_BASE_GROUP)).bottom, PlaceOf(page).bottom);
+        SendMessageW(page, WM_VSCROLL, SB_PAGEUP, 0);
+        EXPECT_EQ(PlaceOf(field).top, start);
+    });
+}
+
+TEST_F(OptionsSheet, CtrlTabChangesPagesInACircle) {
+    const auto press = [&](bool shift) {
+        BYTE keys[256] = {};
+        keys[VK_CONTROL] = 0x80;
+        keys[VK_SHIFT] = shift ? 0x80 : 0;
+        SetKeyboardState(keys);
+        // Through the sheet's own loop, as a key comes.
+        MSG key = {Control(shift ? IDC_FORMAT_CHOOSE_FONT : 0), WM_KEYDOWN, VK_TAB, 0, 0, {}};
+        if (key.hwnd == nullptr) key.hwnd = GetWindow(Page(), GW_CHILD);
+        if (!CallMsgFilterW(&key, MSGF_DIALOGBOX)) ADD_FAILURE() << "nobody took the key";
+        const BYTE none[256] = {};
+        SetKeyboardState(const_cast<BYTE*>(none));
+    };
+    Run([&] {
+        for (const int page : {kEditor, kWords, kIndent, kFormat}) {
+            press(false);
+            EXPECT_EQ(ShownPage(), page);
+        }
+        for (const int page : {kIndent, kWords}) {
+            press(true);
+            EXPECT_EQ(ShownPage(), page);
+        }
+    });
+}
+
+TEST_F(OptionsSheet, AskedForTwiceItIsShownOnce) {
+    Run([&] {
+        const HWND first = sheet_;
+        EXPECT_EQ(RunOptionsSheet(), 0);
+        ASSERT_NE(TheOptions().sheetCopy, nullptr);
+        EXPECT_EQ(ToHwnd(TheOptions().sheetCopy->sheetWindow), first);
+        EXPECT_TRUE(IsWindow(first));
+    });
+}
+
+// ---- confirming and cancelling ----
+
+TEST_F(OptionsSheet, CancelChangesAndStoresNothing) {
+    const int result = Run([&] {
+        *ShownColor(true) = RGB(1, 2, 3);
+        Show(kEditor);
+        Type(IDC_EDITOR_UNDO_SIZE, L"7");
+        Press(IDC_EDITOR_SAFE_SAVE);
+        Show(kWords);
+        Type(IDC_WORDS_SEPARATORS, L"x");
+        Show(kIndent);
+        Type(IDC_INDENT_TAB_SIZE, L"9");
+        Show(kFormat);
+    });
+    EXPECT_EQ(result, 0);
+    EXPECT_FALSE(IsStored(L"Font"));
+    EXPECT_FALSE(IsStored(L"tabSize"));
+    EXPECT_EQ(TheOptions().text.fore, GetSysColor(COLOR_WINDOWTEXT));
+    EXPECT_EQ(TheOptions().undoSize, 100u);
+    EXPECT_EQ(TheOptions().safeSave, 0u);
+    EXPECT_EQ(std::u16string(TheOptions().wordSeparators), u",.;");
+    EXPECT_EQ(TheOptions().tabSize, 3u);
+}
+
+TEST_F(OptionsSheet, ConfirmingStoresEverySetting) {
+    const int result = Run([&] {
+        *ShownColor(true) = RGB(1, 2, 3);
+        *ShownColor(false) = RGB(4, 5, 6);
+        SendMessageW(Control(IDC_FORMAT_COLOR_SET), LB_SETCURSEL, 1, 0);
+        SendMessageW(Page(), WM_COMMAND, MAKEWPARAM(IDC_FORMAT_COLOR_SET, LBN_SELCHANGE), 0);
+        *ShownColor(true) = RGB(7, 8, 9);
+        *ShownColor(false) = RGB(10, 11, 12);
+        Show(kEditor);
+        EXPECT_EQ(TextOf(Control(IDC_EDITOR_UNDO_SIZE)), L"100");
+        EXPECT_EQ(TextOf(Control(IDC_EDITOR_HISTORY_SIZE)), L"10");
+        Type(IDC_EDITOR_UNDO_SIZE, L"256");
+        Type(IDC_EDITOR_HISTORY_SIZE, L"100");
+        Press(IDC_EDITOR_SAFE_SAVE);
+        Press(IDC_EDITOR_BOM_SAVE);
+        Press(IDC_EDITOR_WRAP);
+        SendMessageW(Control(IDC_EDITOR_ENCODING), CB_SETCURSEL, kCodecUtf8, 0);
+        Show(kWords);
+        EXPECT_EQ(TextOf(Control(IDC_WORDS_SEPARATORS)), L",.;");
+        Type(IDC_WORDS_SEPARATORS, L"+-\u20AC");
+        Press(IDC_WORDS_STOP_AT_END);
+        Show(kIndent);
+        EXPECT_EQ(TextOf(Control(IDC_INDENT_TAB_SIZE)), L"3");
+        Type(IDC_INDENT_TAB_SIZE, L"64");
+        Press(IDC_INDENT_KEEP);
+        Press(IDC_INDENT_PASTE_SMART);
+        Press(IDC_INDENT_BASE_MINIMUM);
+        Confirm();
+    });
+    EXPECT_GT(result, 0);
+    EXPECT_EQ(Stored(L"Font"), L"Courier New\u100E");
+    EXPECT_EQ(Stored(L"WordSeparator"), L"+-\u20AC");
+    EXPECT_EQ(Stored(L"DefaultEncoding"), L"UTF-8");
+    const std::pair<const wchar_t*, DWORD> numbers[] = {
+        {L"textFore", RGB(1, 2, 3)},
+        {L"textBack", RGB(4, 5, 6)},
+        {L"selFore", RGB(7, 8, 9)},
+        {L"selBack", RGB(10, 11, 12)},
+        {L"safeSave", 1},
+        {L"undoSize", 256},
+        {L"bomSave", 0},
+        {L"stopWordEnd", 1},
+        {L"tabSize", 64},
+        {L"keepIndent", 1},
+        {L"PasteMode", 1},
+        {L"SmartBase", 1},
+        {L"HistLen", 100},
+        {L"WordWrapDefault", 1},
+    };
+    for (const auto& [name, value] : numbers)
+        EXPECT_EQ(StoredNumber(name), value) << std::wstring(name).c_str();
+}
+
+TEST_F(OptionsSheet, ControlsShowWhatIsSet) {
+    Options& options = TheOptions();
+    options.safeSave = options.wordWrapDefault = options.stopWordEnd = options.keepIndent = 1;
+    options.bomSave = 0;
+    options.pasteMode = options.smartBase = 1;
+    options.tabSize = 4000000000;
+    options.undoSize = 0;
+    Run([&] {
+        EXPECT_EQ(TextOf(Control(IDC_FORMAT_FONT)), L"Courier New, 14 pt");
+        Show(kEditor);
+        EXPECT_EQ(TextOf(Control(IDC_EDITOR_UNDO_SIZE)), L"0");
+        EXPECT_TRUE(IsDlgButtonChecked(Page(), IDC_EDITOR_SAFE_SAVE));
+        EXPECT_FALSE(IsDlgButtonChecked(Page(), IDC_EDITOR_BOM_SAVE));
+        EXPECT_TRUE(IsDlgButtonChecked(Page(), IDC_EDITOR_WRAP));
+        EXPECT_EQ(TextOf(Control(IDC_EDITOR_ENCODING)), L"ANSI");
+        EXPECT_EQ(SendMessageW(Control(IDC_EDITOR_ENCODING), CB_GETCOUNT, 0, 0),
+                  static_cast<LRESULT>(TheCodecList().count));
+        Type(IDC_EDITOR_UNDO_SIZE, L"1");
+        Show(kWords);
+        EXPECT_TRUE(IsDlgButtonChecked(Page(), IDC_WORDS_STOP_AT_END));
+        Show(kIndent);
+        EXPECT_EQ(TextOf(Control(IDC_INDENT_TAB_SIZE)), L"4000000000");
+        EXPECT_TRUE(IsDlgButtonChecked(Page(), IDC_INDENT_KEEP));
+        EXPECT_TRUE(IsDlgButtonChecked(Page(), IDC_INDENT_PASTE_SMART));
+        EXPECT_FALSE(IsDlgButtonChecked(Page(), IDC_INDENT_PASTE_NORMAL));
+        EXPECT_TRUE(IsDlgButtonChecked(Page(), IDC_INDENT_BASE_MINIMUM));
+        EXPECT_FALSE(IsDlgButtonChecked(Page(), IDC_INDENT_BASE_FIRST));
+    });
+}
+
+TEST_F(OptionsSheet, PagesNeverShownKeepTheirSettings) {
+    TheOptions().tabSize = 500;
+    TheOptions().undoSize = 0;
+    EXPECT_GT(Run([&] { Confirm(); }), 0);
+    EXPECT_EQ(StoredNumber(L"tabSize"), 500u);
+    EXPECT_EQ(StoredNumber(L"undoSize"), 0u);
+    EXPECT_EQ(Stored(L"Font"), L"Courier New\u100E");
+}
+
+TEST_F(OptionsSheet, AnEncodingThatIsGoneBecomesTheFirstOnceThePageIsConfirmed) {
+    MemFree(nullptr, TheOptions().defaultEncoding);
+    TheOptions().defaultEncoding = MemStrDup(nullptr, u"KOI8-R");
+    Run([&] { Confirm(); });
+    EXPECT_EQ(Stored(L"DefaultEncoding"), L"KOI8-R");
+    Run([&] {
+        Show(kEditor);
+        EXPECT_EQ(TextOf(Control(IDC_EDITOR_ENCODING)), L"ANSI");
+        Confirm();
+    });
+    EXPECT_EQ(Stored(L"DefaultEncoding"), L"ANSI");
+}
+
+// ---- numbers out of range ----
+
+TEST_F(OptionsSheet, AWrongNumberKeepsThePageAndIsSelected) {
+    Run([&] {
+        Show(kIndent);
+        Type(IDC_INDENT_TAB_SIZE, L"65");
+        ExpectBox();
+        Show(kWords);
+        EXPECT_EQ(ShownPage(), kIndent);
+        ASSERT_EQ(boxes.size(), 1u);
+        EXPECT_EQ(boxes[0], L"Tab size must be in range 1-64");
+        SetFocus(Control(IDC_INDENT_KEEP));
+        shell_test::RunPosted();
+        EXPECT_EQ(GetFocus(), Control(IDC_INDENT_TAB_SIZE));
+        EXPECT_EQ(SendMessageW(Control(IDC_INDENT_TAB_SIZE), EM_GETSEL, 0, 0), MAKELRESULT(0, 2));
+        Type(IDC_INDENT_TAB_SIZE, L"0");
+        ExpectBox();
+        Confirm();
+        EXPECT_TRUE(IsWindow(sheet_));
+        EXPECT_EQ(boxes.size(), 2u);
+        EXPECT_FALSE(IsStored(L"tabSize"));
+        Type(IDC_INDENT_TAB_SIZE, L" 8 columns");
+        Confirm();
+    });
+    EXPECT_EQ(StoredNumber(L"tabSize"), 8u);
+    EXPECT_EQ(TheOptions().tabSize, 8u);
+}
+
+TEST_F(OptionsSheet, TheSecondFieldIsLookedAtWhenTheFirstIsRight) {
+    Run([&] {
+        Show(kEditor);
+        Type(IDC_EDITOR_UNDO_SIZE, L"257");
+        Type(IDC_EDITOR_HISTORY_SIZE, L"101");
+        ExpectBox();
+        Show(kWords);
+        ASSERT_EQ(boxes.size(), 1u);
+        EXPECT_EQ(boxes[0], L"Undo history size must be in range 1-256");
+        Type(IDC_EDITOR_UNDO_SIZE, L"256");
+        ExpectBox();
+        Show(kWords);
+        ASSERT_EQ(boxes.size(), 2u);
+        EXPECT_EQ(boxes[1], L"Find history size must be in range 1-100");
+        shell_test::RunPosted();
+        EXPECT_EQ(GetFocus(), Control(IDC_EDITOR_HISTORY_SIZE));
+    });
+    EXPECT_EQ(TheOptions().undoSize, 100u);
+}
+
+TEST_F(OptionsSheet, SettingsThatCannotBeStoredStayInEffect) {
+    // Below a key that lives in memory alone no lasting key can be made.
+    HKEY gone = nullptr;
+    RegCreateKeyExW(HKEY_CURRENT_USER, L"volatile", 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr,
+                    &gone, nullptr);
+    RegOverridePredefKey(HKEY_CURRENT_USER, gone);
+    RegCloseKey(gone);
+    int result = 0;
+    result = Run([&] {
+        Show(kIndent);
+        Type(IDC_INDENT_TAB_SIZE, L"9");
+        ExpectBox();
+        Confirm();
+    });
+    EXPECT_GT(result, 0);
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_EQ(boxes[0], L"Error saving options");
+    EXPECT_EQ(TheOptions().tabSize, 9u);
+}
+
+// ---- colours ----
+
+TEST_F(OptionsSheet, ColorButtonsShowTheColorsOfTheChosenSet) {
+    TheOptions().text.fore = RGB(200, 0, 0);
+    TheOptions().text.back = RGB(0, 200, 0);
+    TheOptions().selection.fore = RGB(0, 0, 200);
+    TheOptions().selection.back = RGB(200, 200, 0);
+    const auto choose = [&](WPARAM set) {
+        SendMessageW(Control(IDC_FORMAT_COLOR_SET), LB_SETCURSEL, set, 0);
+        SendMessageW(Page(), WM_COMMAND, MAKEWPARAM(IDC_FORMAT_COLOR_SET, LBN_SELCHANGE), 0);
+    };
+    Run([&] {
+        EXPECT_EQ(MiddleOf(Control(IDC_FORMAT_FORE)), RGB(200, 0, 0));
+        EXPECT_EQ(MiddleOf(Control(IDC_FORMAT_BACK)), RGB(0, 200, 0));
+        choose(1);
+        EXPECT_EQ(MiddleOf(Control(IDC_FORMAT_FORE)), RGB(0, 0, 200));
+        EXPECT_EQ(MiddleOf(Control(IDC_FORMAT_BACK)), RGB(200, 200, 0));
+        choose(0);
+        EXPECT_EQ(MiddleOf(Control(IDC_FORMAT_FORE)), RGB(200, 0, 0));
+    });
+}
+
+TEST_F(OptionsSheet, ColorButtonsShareTheListsWidth) {
+    Run([&] {
+        const RECT list = PlaceOf(Control(IDC_FORMAT_COLOR_SET));
+        const RECT fore = PlaceOf(Control(IDC_FORMAT_FORE));
+        const RECT back = PlaceOf(Control(IDC_FORMAT_BACK));
+        const LONG width = list.right - list.left;
+        EXPECT_EQ(fore.left, list.left);
+        EXPECT_EQ(fore.right - fore.left, width / 2 - 2);
+        EXPECT_EQ(back.left, list.left + width / 2 + 2);
+        EXPECT_EQ(back.right - back.left, width / 2 - 2);
+        EXPECT_EQ(SendMessageW(Control(IDC_FORMAT_COLOR_SET), LB_GETCOUNT, 0, 0), 2);
+        wchar_t text[50] = {};
+        SendMessageW(Control(IDC_FORMAT_COLOR_SET), LB_GETTEXT, 1, reinterpret_cast<LPARAM>(text));
+        EXPECT_STREQ(text, L"Text selection");
+    });
+}
+
+}  // namespace
+}  // namespace nira
