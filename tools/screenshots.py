@@ -147,7 +147,9 @@ def take_small(folder, sample, name, keys, path=""):
         return found.stdout.decode().split()
 
     window = nira_driver.wait_for("small desktop", desktop)[0]
-    time.sleep(3)  # the program appears on its desktop, which nothing here can ask
+    # The program appears on its desktop, which nothing here can ask: an empty one has a single colour.
+    nira_driver.wait_for("text", lambda: len(set(shot(window))) > 8, 30)
+    time.sleep(1)
     wait_for_stillness(window)
     for one in keys:
         key(one)

@@ -137,7 +137,7 @@ size_t FormatDate(wchar_t* target, int room, uint64_t time) {
 }
 
 ColumnWidths NeededWidths(HWND list, const FolderListing& listing) {
-    constexpr uint64_t kLateDate = 134432352000000000;  // a day and a month of two digits each, in 2026
+    constexpr uint64_t kLateDate = 134428896000000000;  // a day and a month of two digits each, in 2026
     wchar_t date[80];
     FormatDate(date, static_cast<int>(std::size(date)), kLateDate);
     const int margins = Scaled(list, kTextMargins);
