@@ -46,10 +46,11 @@ class FileChoosing : public ServicesTest {
     }
     // The box that was shown since the last call, none or one.
     static std::u16string Box() {
-        const std::vector<ShownMessage> log = MessageLog();
-        MessageLogReset();
+        const std::vector<ShownMessage>& log = MessageLog();
         EXPECT_LE(log.size(), 1u);
-        return log.empty() ? u"" : log[0].caption + u": " + log[0].text;
+        const std::u16string shown = log.empty() ? u"" : log[0].caption + u": " + log[0].text;
+        MessageLogReset();
+        return shown;
     }
     uint32_t Index(const char16_t* name) const {
         const int index = FindEntry(chooser.listing, name);
