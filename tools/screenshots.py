@@ -43,6 +43,8 @@ PICTURES = {
     "options-words": ["alt+f", "p", "ctrl+Tab", "ctrl+Tab"],
     "options-indent": ["alt+f", "p", "ctrl+shift+Tab"],
     "color-chooser": ["alt+f", "p", "Tab", "Tab", "space"],
+    "font-chooser": ["alt+f", "p", "space"],
+    "go-to": ["alt+n", "g"],
 }
 
 # The same on a small screen, as `NAME-small`.
