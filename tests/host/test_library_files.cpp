@@ -20,7 +20,9 @@ class LibraryFiles : public DocumentTest {
         ListEncodings(LibraryNames());
         InitCodecs();
         for (const codecs::Entry& entry : codecs::kEntries) {
-            if (entry.form != codecs::Form::kPage) exact.emplace_back(entry.name);
+            if (entry.form == codecs::Form::kPage) continue;
+            exact.emplace_back(entry.name);
+            if (!entry.mark) unmarked.emplace_back(entry.name);
         }
     }
     ~LibraryFiles() override {
@@ -44,6 +46,7 @@ class LibraryFiles : public DocumentTest {
 
     TempFolder folder;
     std::vector<std::u16string> exact;
+    std::vector<std::u16string> unmarked;  // of them; where a mark at the start has no part in what is tested
 };
 
 TEST_F(LibraryFiles, FilesOfUpToFiveBytesStayTheSame) {
@@ -95,7 +98,7 @@ TEST_F(LibraryFiles, InvalidBytesThatABlocksEndCutsStayTheSame) {
                                "\xFF\xFE\xFF",
                                std::string("\0\xD8\0\xDC\0", 5),
                                std::string("\0\0\x11\0\0\0\0\xDC", 8)};
-    for (const std::u16string& name : exact) {
+    for (const std::u16string& name : unmarked) {
         for (size_t place = 20470; place <= 20490; ++place) {
             for (const std::string& piece : cut) {
                 std::string bytes(place, 'x');
@@ -134,7 +137,7 @@ TEST_F(LibraryFiles, EveryCodePointStaysTheSame) {
             text += static_cast<char16_t>(0xDC00 | (point & 0x3FF));
         }
     }
-    for (const std::u16string& name : exact) ExpectSame(name, WrittenAs(name, text));
+    for (const std::u16string& name : unmarked) ExpectSame(name, WrittenAs(name, text));
 }
 
 TEST_F(LibraryFiles, ReadsOfAnyLengthMakeNoDifference) {
