@@ -48,7 +48,7 @@ class FileChoosing : public ServicesTest {
     static std::u16string Box() {
         const std::vector<ShownMessage>& log = MessageLog();
         EXPECT_LE(log.size(), 1u);
-        const std::u16string shown = log.empty() ? u"" : log[0].caption + u": " + log[0].text;
+        std::u16string shown = log.empty() ? u"" : log[0].caption + u": " + log[0].text;
         MessageLogReset();
         return shown;
     }
