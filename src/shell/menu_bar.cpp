@@ -43,6 +43,15 @@ struct Bar {
     bool inClick;  // the tool bar is working on a click and would not survive being destroyed
 };
 
+// The pop-up of the bar that is open in this thread, and what is open and chosen inside it.
+struct OpenMenu {
+    HWND bar;
+    int depth;          // pop-ups open, the drop-down's own included
+    bool entersNested;  // the chosen item has a pop-up of its own that can open
+    int step;           // 1, -1: the person went on to the next or previous drop-down
+};
+thread_local OpenMenu openMenu = {};
+
 Bar* FindBar(HWND window) { return static_cast<Bar*>(FindRecord(window, kRecordName)); }
 
 LRESULT Tell(const Bar* bar, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -118,21 +127,89 @@ int HeightForWidth(const Bar* bar, int width) {
 
 // ---- Drop-downs ----
 
-void TrackAbove(Bar* bar, const Slot& slot) {
+// True for an arrow key that leaves the open drop-down: Right where no pop-up opens, Left where none closes.
+bool LeavesDropDown(const MSG& message) {
+    if (message.message != WM_KEYDOWN || !openMenu.bar) {
+        return false;
+    }
+    return (message.wParam == VK_RIGHT && !openMenu.entersNested) ||
+           (message.wParam == VK_LEFT && openMenu.depth <= 1);
+}
+
+// The menu's own loop reads the keyboard while a pop-up is open; nothing else sees its keys first.
+LRESULT CALLBACK ArrowHook(int code, WPARAM wParam, LPARAM lParam) {
+    const MSG* message = reinterpret_cast<const MSG*>(lParam);
+    if (code != MSGF_MENU || !LeavesDropDown(*message)) {
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+    openMenu.step = message->wParam == VK_RIGHT ? 1 : -1;
+    EndMenu();
+    return TRUE;
+}
+
+bool CanOpen(const Bar* bar, const Slot& slot) {
+    return slot.dropDown && IsMenu(slot.popup) && Tell(bar, TB_ISBUTTONENABLED, slot.command, 0) &&
+           !Tell(bar, TB_ISBUTTONHIDDEN, slot.command, 0);
+}
+
+// The drop-down beside `from` in the direction of `step`, around the end of the bar; `from` when it is alone.
+const Slot* NeighbourOf(const Bar* bar, const Slot* from, int step) {
+    const int count = bar->slotCount;
+    int index = static_cast<int>(from - bar->slots);
+    do {
+        index = (index + step + count) % count;
+    } while (&bar->slots[index] != from && !CanOpen(bar, bar->slots[index]));
+    return &bar->slots[index];
+}
+
+// Shows one pop-up until it closes. Returns where the person went on to: 1, -1, or 0 for nowhere.
+int TrackAbove(Bar* bar, const Slot& slot) {
     const HWND window = bar->window;
+    const UINT command = slot.command;
     TPMPARAMS avoid = {};
     avoid.cbSize = sizeof(avoid);
-    Tell(bar, TB_GETRECT, slot.command, reinterpret_cast<LPARAM>(&avoid.rcExclude));
+    Tell(bar, TB_GETRECT, command, reinterpret_cast<LPARAM>(&avoid.rcExclude));
     MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&avoid.rcExclude), 2);
     bar->openPopup = slot.popup;
-    bar->openCommand = slot.command;
+    bar->openCommand = command;
+    openMenu = {window, 0, false, 0};
+    const HHOOK hook = SetWindowsHookExW(WH_MSGFILTER, ArrowHook, nullptr, GetCurrentThreadId());
+    Tell(bar, TB_PRESSBUTTON, command, TRUE);
     TrackPopupMenuEx(slot.popup, TPM_LEFTALIGN | TPM_BOTTOMALIGN | TPM_VERTICAL | TPM_LEFTBUTTON,
                      avoid.rcExclude.left, avoid.rcExclude.top, window, &avoid);
+    UnhookWindowsHookEx(hook);
     UnfitMenu(nullptr);
+    const int step = openMenu.step;
+    openMenu = {};
     // The menu's own loop may have destroyed the bar.
     if (Bar* still = FindBar(window)) {
         still->openPopup = nullptr;
+        Tell(still, TB_PRESSBUTTON, command, FALSE);
     }
+    return step;
+}
+
+void TrackFrom(HWND window, UINT command) {
+    Bar* bar = FindBar(window);
+    const Slot* slot = bar ? FindDropDown(bar, command) : nullptr;
+    while (slot) {
+        const UINT shown = slot->command;
+        const int step = TrackAbove(bar, *slot);
+        bar = FindBar(window);
+        slot = step && bar && IsWindowVisible(window) ? FindDropDown(bar, shown) : nullptr;
+        if (slot) {
+            slot = NeighbourOf(bar, slot, step);
+        }
+        // The one pop-up of a bar may itself have gone.
+        if (slot && !CanOpen(bar, *slot)) {
+            slot = nullptr;
+        }
+    }
+}
+
+void NoteSelection(WPARAM wParam) {
+    const UINT flags = HIWORD(wParam);
+    openMenu.entersNested = flags != 0xFFFF && (flags & MF_POPUP) && !(flags & (MF_GRAYED | MF_DISABLED));
 }
 
 LRESULT TellOwner(const Bar* bar, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -144,6 +221,7 @@ LRESULT OnInitMenuPopup(const Bar* bar, WPARAM wParam, LPARAM lParam) {
     const HMENU popup = reinterpret_cast<HMENU>(wParam);
     const HMONITOR monitor = MonitorFromWindow(bar->window, MONITOR_DEFAULTTONEAREST);
     const bool isDropDown = bar->openPopup && popup == bar->openPopup;
+    ++openMenu.depth;
     const LRESULT result = TellOwner(bar, WM_INITMENUPOPUP, wParam,
                                      isDropDown ? MAKELPARAM(bar->openCommand, HIWORD(lParam)) : lParam);
     MONITORINFO screen = {};
@@ -224,9 +302,12 @@ LRESULT CALLBACK MenuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
             return OnInitMenuPopup(bar, wParam, lParam);
         case WM_UNINITMENUPOPUP:
             UnfitMenu(reinterpret_cast<HMENU>(wParam));
+            --openMenu.depth;
+            return TellOwner(bar, message, wParam, lParam);
+        case WM_MENUSELECT:
+            NoteSelection(wParam);
             return TellOwner(bar, message, wParam, lParam);
         case WM_COMMAND:
-        case WM_MENUSELECT:
         case WM_ENTERMENULOOP:
         case WM_EXITMENULOOP:
             return TellOwner(bar, message, wParam, lParam);
@@ -429,7 +510,7 @@ bool OpenDropDown(HWND window, UINT command) {
     if (!slot || !IsMenu(slot->popup) || !IsWindowVisible(window)) {
         return false;
     }
-    TrackAbove(bar, *slot);
+    TrackFrom(window, command);
     return true;
 }
 

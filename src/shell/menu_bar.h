@@ -77,7 +77,9 @@ RECT ContentRect(HWND owner);
 HWND VisibleBar(HWND owner);
 
 // Opens the pop-up of a drop-down above its button, as a tap on it does, and returns when it has closed.
-// False when there is no such drop-down in sight or it has no pop-up.
+// While it is open, Right and Left go on to the drop-downs beside it, around the ends of the bar; but Right
+// on an item with a pop-up of its own opens that, and Left inside such a pop-up closes it. False when there
+// is no such drop-down in sight or it has no pop-up.
 bool OpenDropDown(HWND bar, UINT command);
 
 // The same from the keyboard: the drop-down whose label begins with `letter` (any case), or the first one for
