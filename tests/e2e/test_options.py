@@ -432,13 +432,36 @@ def test_line_wrap_by_default_is_for_documents_to_come(opened, start):
     assert b"ay" in saved(again, path)
 
 
-def test_find_history_size_is_stored(opened):
+def test_find_history_size_limits_what_is_remembered(opened):
+    nira, _ = opened(b"abc\r\n")
+    sheet = Sheet(nira)
+    sheet.show(EDITOR)
+    sheet.type(1, "2")
+    sheet.confirm()
+    assert found() == stored(HistLen=2)
+    for letter in "abc":
+        key("ctrl+Home", "ctrl+f")
+        nira_driver.wait_for("Find", lambda: any(window.texts("ComboBox") for window in nira_driver.windows()))
+        key("Home", "shift+End")
+        type_text(letter)
+        key("Return")
+        nira_driver.wait_for("the hit", lambda: nira.window().enabled)
+    kept = nira_driver.values(SETTINGS)["FindHist"][1].decode("utf-16-le")
+    assert kept.rstrip("\0").split("\0") == ["c", "b"]
+
+
+def test_the_default_encoding_is_proposed_by_open(opened):
     nira, _ = opened(b"a\r\n")
     sheet = Sheet(nira)
     sheet.show(EDITOR)
-    sheet.type(1, "100")
+    sheet.tap(sheet.controls("ComboBox")[0])
+    key("Home", *["Down"] * 4, "Return")
+    chosen = sheet.controls("ComboBox")[0].text
+    assert chosen != "ANSI"
     sheet.confirm()
-    assert found() == stored(HistLen=100)
+    key("ctrl+o")
+    nira_driver.wait_for("Open with that encoding", lambda: any(
+        chosen in window.texts("ComboBox") for window in nira_driver.windows()))
 
 
 # ---- colours
@@ -505,7 +528,71 @@ def test_colors_show_on_their_buttons_and_in_the_text(opened, start):
     assert shown(restarted(nira, start, path)) == (text_back, True, True, True)
 
 
+# ---- font
+
+def choose_font(sheet, size, *boxes):
+    """Chooses a size, and presses these boxes, in the font chooser of the page."""
+    button = next(child for child in sheet.controls("Button") if child.text == "...")
+    sheet.tap(button)
+
+    def chooser():
+        return next((window for window in nira_driver.windows() if window.text == "Choose font"), None)
+
+    window = nira_driver.wait_for("font chooser", chooser)
+    for text in boxes:
+        sheet.tap(next(child for child in window.children if child.text.replace("&", "") == text))
+    key("alt+s")
+    key("Home", "shift+End")
+    type_text(str(size))
+    key("Return")
+    nira_driver.wait_for("end of the font chooser", lambda: chooser() is None)
+
+
+def test_a_new_font_is_described_and_shown_at_once(opened, start):
+    nira, path = opened(b"ab\r\n")
+    key("Down")
+    x, row, width, height = caret(nira)
+    sheet = Sheet(nira)
+    choose_font(sheet, 28, "Bold")
+    nira_driver.wait_for("the description", lambda: "Courier New, 28 pt" in
+                         [child.text for child in sheet.controls("Static")])
+    sheet.confirm()
+    assert found() == stored(Font="Courier New\u111c")
+    larger = caret(nira)
+    assert (larger[0], larger[2]) == (x, width)
+    assert larger[1] == larger[3] > row == height  # the second row begins a caret's height below the first
+    key("Up", "Right")
+    assert caret(nira)[0] > CHAR_WIDTH
+    again = restarted(nira, start, path)
+    key("Down")
+    assert caret(again) == larger
+
+
+def test_cancel_after_choosing_a_font_keeps_the_old_one(opened):
+    nira, _ = opened(b"ab\r\n")
+    before = caret(nira)
+    sheet = Sheet(nira)
+    choose_font(sheet, 28)
+    key("Escape")
+    sheet.wait_end()
+    assert caret(nira) == before
+    assert nira_driver.values(SETTINGS) == {}
+
+
 # ---- odd settings
+
+@pytest.mark.parametrize("font", ["", "Courier New\u1000", "Courier New\u00ff", "No Such Font\u000e",
+                                  "x" * 200 + "\u000e"],
+                         ids=["empty", "size 0", "size 255", "gone", "200 characters"])
+def test_odd_fonts_of_the_registry_harm_nothing(opened, font):
+    nira_driver.forget_settings()
+    nira_driver.set_text("Font", font)
+    nira, path = opened(b"a\r\n")
+    Sheet(nira).confirm()
+    type_text("x")
+    assert saved(nira, path) == b"xa\r\n"
+    assert found() == stored(Font=font)
+
 
 @pytest.mark.parametrize("name, value", [
     ("tabSize", 0), ("tabSize", 500), ("tabSize", 4000000000), ("undoSize", 0), ("undoSize", 4294967295),
