@@ -331,5 +331,52 @@ TEST_F(MainWindowTest, TheUndoBarShowsGroupUndoAndWhatCanBeUndone) {
     EXPECT_FALSE(SendMessageW(bar, TB_ISBUTTONENABLED, CMD_UNDO, 0));
 }
 
+std::vector<int> CommandsOf(WindowHandle bar) {
+    std::vector<int> commands;
+    const LRESULT count = SendMessageW(ToHwnd(bar), TB_BUTTONCOUNT, 0, 0);
+    for (LRESULT i = 0; i < count; ++i) {
+        TBBUTTON button = {};
+        SendMessageW(ToHwnd(bar), TB_GETBUTTON, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&button));
+        commands.push_back(button.idCommand);
+    }
+    return commands;
+}
+
+TEST_F(MainWindowTest, TheSearchBarIsKeptInTheFormThatIsThere) {
+    ShowToolBar(ToolBar::kFind);
+    const WindowHandle bar = TheAppState().findBar;
+    ShowToolBar(ToolBar::kReplace);
+
+    ASSERT_NE(bar, nullptr);
+    EXPECT_EQ(TheAppState().findBar, bar);
+    EXPECT_EQ(CommandsOf(bar), (std::vector<int>{BARPOPUP_WINDOWS, CMD_FIND_NEXT, CMD_CLOSE_FIND_BAR}));
+    CloseToolBar(ToolBar::kFind);
+    ShowToolBar(ToolBar::kReplace);
+    EXPECT_EQ(CommandsOf(TheAppState().findBar),
+              (std::vector<int>{BARPOPUP_WINDOWS, CMD_FIND_NEXT, CMD_REPLACE_NEXT, CMD_CLOSE_FIND_BAR}));
+    ShowToolBar(ToolBar::kFind);
+    EXPECT_EQ(CommandsOf(TheAppState().findBar).size(), 4u);
+}
+
+TEST_F(MainWindowTest, TheSearchBarHasTheDocumentsAndTheImagesOfTheProgramAndTheSystem) {
+    ShowToolBar(ToolBar::kFind);
+
+    const WindowHandle bar = TheAppState().findBar;
+    EXPECT_EQ(BarPopup(bar, BARPOPUP_WINDOWS), BarPopup(TheAppState().menuBar, BARPOPUP_WINDOWS));
+    const auto images = reinterpret_cast<HIMAGELIST>(SendMessageW(ToHwnd(bar), TB_GETIMAGELIST, 0, 0));
+    EXPECT_EQ(ImageList_GetImageCount(images), 13 + 15);
+}
+
+TEST_F(MainWindowTest, ASearchBarThatIsGoneAlreadyIsClosedAllTheSame) {
+    ShowToolBar(ToolBar::kFind);
+    DestroyWindow(ToHwnd(TheAppState().findBar));
+
+    CloseToolBar(ToolBar::kFind);
+
+    EXPECT_EQ(TheAppState().findBar, nullptr);
+    ShowToolBar(ToolBar::kFind);
+    EXPECT_NE(TheAppState().findBar, nullptr);
+}
+
 }  // namespace
 }  // namespace nira

@@ -1,0 +1,582 @@
+// The Find and Replace dialogs with their real controls, driven from inside by a timer, and the registry that
+// they leave behind.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "editor_window_fixture.h"
+#include "engine/window_state.h"
+#include "registry_sandbox.h"
+#include "resources/resource.h"
+#include "search/find.h"
+#include "search/search_dialogs.h"
+#include "search/search_request.h"
+#include "search/search_state.h"
+#include "shell/input_panel.h"
+#include "shell/menu_bar.h"
+
+namespace nira {
+namespace {
+
+constexpr const wchar_t* kKey = L"Software\\NIRA";
+
+std::function<void(HWND)> script;
+bool played = false;
+
+// ---- what happens over the dialog's own message loop ----
+
+struct Wanted {
+    bool (*is)(HWND);
+    HWND window;
+};
+
+BOOL CALLBACK LookAt(HWND window, LPARAM parameter) {
+    auto* wanted = reinterpret_cast<Wanted*>(parameter);
+    if (IsWindowVisible(window) && wanted->is(window)) wanted->window = window;
+    return wanted->window == nullptr;
+}
+
+HWND ShownWindow(bool (*is)(HWND)) {
+    Wanted wanted = {is, nullptr};
+    EnumThreadWindows(GetCurrentThreadId(), LookAt, reinterpret_cast<LPARAM>(&wanted));
+    return wanted.window;
+}
+
+bool IsSearchDialog(HWND window) { return GetDlgItem(window, IDC_PATTERN) != nullptr; }
+
+std::wstring TextOf(HWND window) {
+    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)), L'\0');
+    GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
+    return text;
+}
+
+bool IsBox(HWND window) { return TextOf(window) == L"Information"; }
+
+void CALLBACK Play(HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND dialog = ShownWindow(IsSearchDialog);
+    if (dialog == nullptr) return;
+    KillTimer(nullptr, timer);
+    played = true;
+    script(dialog);
+    if (IsWindowVisible(dialog)) SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+}
+
+struct Box {
+    std::wstring text;
+    HWND owner;
+};
+std::vector<Box> boxes;
+
+void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND box = ShownWindow(IsBox);
+    if (box == nullptr) return;
+    KillTimer(nullptr, timer);
+    boxes.push_back({TextOf(GetDlgItem(box, 0xFFFF)), GetWindow(box, GW_OWNER)});
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+}
+
+// ---- the dialog ----
+
+HWND Item(HWND dialog, int id) { return GetDlgItem(dialog, id); }
+std::wstring ItemText(HWND dialog, int id) { return TextOf(Item(dialog, id)); }
+void Put(HWND dialog, int id, const std::wstring& text) { SetWindowTextW(Item(dialog, id), text.c_str()); }
+bool IsChecked(HWND dialog, int id) { return IsDlgButtonChecked(dialog, id) == BST_CHECKED; }
+void Press(HWND dialog, WPARAM command) { SendMessageW(dialog, WM_COMMAND, command, 0); }
+bool IsOpen(HWND dialog) { return IsWindow(dialog) && IsWindowVisible(dialog); }
+
+std::wstring WithoutMark(std::wstring label) {
+    const size_t mark = label.find(L'&');
+    if (mark != std::wstring::npos) label.erase(mark, 1);
+    return label;
+}
+
+void ReplaceAllBy(HWND dialog, const std::wstring& pattern, const std::wstring& replacement) {
+    Put(dialog, IDC_PATTERN, pattern);
+    Put(dialog, IDC_REPLACEMENT, replacement);
+    SetTimer(nullptr, 0, 30, AnswerBox);
+    Press(dialog, CMD_REPLACE_ALL);
+}
+
+std::vector<std::wstring> Listed(HWND dialog, int id) {
+    std::vector<std::wstring> texts;
+    const auto count = SendMessageW(Item(dialog, id), CB_GETCOUNT, 0, 0);
+    for (WPARAM i = 0; i < static_cast<WPARAM>(count); ++i) {
+        const LRESULT length = SendMessageW(Item(dialog, id), CB_GETLBTEXTLEN, i, 0);
+        std::wstring text(static_cast<size_t>(length), L'\0');
+        SendMessageW(Item(dialog, id), CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text.data()));
+        texts.push_back(text);
+    }
+    return texts;
+}
+
+HWND EditOf(HWND dialog, int id) {
+    COMBOBOXINFO parts = {};
+    parts.cbSize = sizeof(parts);
+    GetComboBoxInfo(Item(dialog, id), &parts);
+    return parts.hwndItem;
+}
+
+RECT PlaceOf(HWND dialog, HWND control) {
+    RECT place = {};
+    GetWindowRect(control, &place);
+    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+RECT PlaceOf(HWND dialog, int id) { return PlaceOf(dialog, Item(dialog, id)); }
+
+std::vector<HWND> VisibleChildren(HWND dialog) {
+    std::vector<HWND> children;
+    for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if ((GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE) != 0) children.push_back(child);
+    }
+    return children;
+}
+
+int ScaledPixels(int at96) {
+    const HDC device = GetDC(nullptr);
+    const int scaled = MulDiv(at96, GetDeviceCaps(device, LOGPIXELSY), 96);
+    ReleaseDC(nullptr, device);
+    return scaled;
+}
+
+int TextWidthOf(HWND control) {
+    const HDC device = GetDC(control);
+    const HGDIOBJ before =
+        SelectObject(device, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    const std::wstring text = WithoutMark(TextOf(control));
+    SIZE size = {};
+    GetTextExtentPoint32W(device, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(device, before);
+    ReleaseDC(control, device);
+    return size.cx;
+}
+
+class SearchDialogWindow : public EditorWindowTest {
+  protected:
+    void SetUp() override {
+        EditorWindowTest::SetUp();
+        ASSERT_TRUE(shell::SHInitExtraControls());
+        TheOptions().histLen = 10;
+        boxes.clear();
+        MakeOwner(480, 640);
+    }
+    void TearDown() override {
+        DestroyWindow(owner_);
+        FreeSearchState();
+        EditorWindowTest::TearDown();
+    }
+    void MakeOwner(int width, int height) {
+        if (owner_ != nullptr) DestroyWindow(owner_);
+        owner_ = CreateWindowExW(0, shell_test::RecordingClass(), L"owner", WS_POPUP | WS_VISIBLE, 0, 0, width,
+                                 height, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    }
+    bool Find(std::function<void(HWND)> steps) const { return Run(AskForFind, std::move(steps)); }
+    bool Replace(std::function<void(HWND)> steps) const { return Run(AskForReplace, std::move(steps)); }
+
+    static void Store(const wchar_t* name, const std::wstring& units) {
+        HKEY key = nullptr;
+        RegCreateKeyExW(HKEY_CURRENT_USER, kKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+        RegSetValueExW(key, name, 0, REG_MULTI_SZ, reinterpret_cast<const BYTE*>(units.data()),
+                       static_cast<DWORD>(units.size() * sizeof(wchar_t)));
+        RegCloseKey(key);
+    }
+    // All its units, zeros too.
+    static std::wstring Stored(const wchar_t* name) {
+        DWORD bytes = 0;
+        if (RegGetValueW(HKEY_CURRENT_USER, kKey, name, RRF_RT_REG_MULTI_SZ | RRF_NOEXPAND, nullptr, nullptr,
+                         &bytes) != ERROR_SUCCESS) {
+            return L"missing";
+        }
+        HKEY key = nullptr;
+        RegOpenKeyExW(HKEY_CURRENT_USER, kKey, 0, KEY_READ, &key);
+        RegQueryValueExW(key, name, nullptr, nullptr, nullptr, &bytes);
+        std::wstring units(bytes / sizeof(wchar_t), L'\0');
+        RegQueryValueExW(key, name, nullptr, nullptr, reinterpret_cast<BYTE*>(units.data()), &bytes);
+        RegCloseKey(key);
+        return units;
+    }
+
+    RegistrySandbox sandbox_;
+    HWND owner_ = nullptr;
+
+  private:
+    bool Run(bool (*ask)(WindowHandle), std::function<void(HWND)> steps) const {
+        script = std::move(steps);
+        played = false;
+        SetTimer(nullptr, 0, 30, Play);
+        const bool confirmed = ask(FromHwnd(owner_));
+        EXPECT_TRUE(played) << "the dialog did not open";
+        return confirmed;
+    }
+};
+
+std::wstring Units(const wchar_t* text, size_t count) { return {text, count}; }
+
+// ---- opening ----
+
+TEST_F(SearchDialogWindow, FindOpensOverItsOwnerWithTheSelectionToTypeOver) {
+    Fill(u"one two");
+    Select(0, 4, 0, 7);
+    Find([&](HWND dialog) {
+        RECT own = {};
+        RECT around = {};
+        GetWindowRect(dialog, &own);
+        GetWindowRect(owner_, &around);
+        EXPECT_TRUE(EqualRect(&own, &around));
+        EXPECT_EQ(TextOf(dialog), L"Find");
+        EXPECT_EQ(WithoutMark(ItemText(dialog, IDC_FIND_LABEL)), L"Find");
+        EXPECT_EQ(Item(dialog, IDC_REPLACEMENT), nullptr);
+        EXPECT_EQ(ItemText(dialog, IDC_PATTERN), L"two");
+        EXPECT_EQ(GetFocus(), EditOf(dialog, IDC_PATTERN));
+        SendMessageW(GetFocus(), WM_CHAR, L'x', 0);
+        EXPECT_EQ(ItemText(dialog, IDC_PATTERN), L"x") << "the proposal was selected";
+        EXPECT_FALSE(IsChecked(dialog, IDC_MATCH_CASE));
+        EXPECT_FALSE(IsChecked(dialog, IDC_WHOLE_WORD));
+        EXPECT_FALSE(IsChecked(dialog, IDC_UP));
+        EXPECT_TRUE(IsChecked(dialog, IDC_DOWN));
+    });
+}
+
+TEST_F(SearchDialogWindow, ReplaceOpensWithTheLastSearchBetweenWords) {
+    AcceptSearch({u"one", u"two", true, true, true});
+    Replace([&](HWND dialog) {
+        EXPECT_EQ(TextOf(dialog), L"Replace");
+        EXPECT_EQ(WithoutMark(ItemText(dialog, IDC_REPLACE_LABEL)), L"Replace");
+        EXPECT_EQ(WithoutMark(ItemText(dialog, IDC_WITH_LABEL)), L"With");
+        EXPECT_EQ(WithoutMark(ItemText(dialog, IDC_MATCH_CASE)), L"Match case");
+        EXPECT_EQ(WithoutMark(ItemText(dialog, IDC_WHOLE_WORD)), L"Whole word only");
+        EXPECT_EQ(ItemText(dialog, IDC_PATTERN), L"one");
+        EXPECT_EQ(ItemText(dialog, IDC_REPLACEMENT), L"two");
+        EXPECT_TRUE(IsChecked(dialog, IDC_MATCH_CASE));
+        EXPECT_TRUE(IsChecked(dialog, IDC_WHOLE_WORD));
+        EXPECT_TRUE(IsChecked(dialog, IDC_UP));
+        EXPECT_FALSE(IsChecked(dialog, IDC_DOWN));
+    });
+}
+
+TEST_F(SearchDialogWindow, OpensWithTheWordAtTheCaretAndTheStoredHistories) {
+    Store(L"FindHist", Units(L"foo\0x\0", 7));
+    Store(L"ReplaceHist", Units(L"bar\0", 5));
+    Fill(u"one,two;three");
+    MoveCaretTo(editor_, 0, 5);
+    Replace([&](HWND dialog) {
+        EXPECT_EQ(ItemText(dialog, IDC_PATTERN), L"two");
+        EXPECT_EQ(ItemText(dialog, IDC_REPLACEMENT), L"") << "nothing was replaced before";
+        EXPECT_EQ(Listed(dialog, IDC_PATTERN), (std::vector<std::wstring>{L"foo", L"x"}));
+        EXPECT_EQ(Listed(dialog, IDC_REPLACEMENT), std::vector<std::wstring>{L"bar"});
+    });
+}
+
+// ---- layout ----
+
+void ExpectBar(HWND dialog, const std::vector<std::pair<int, const wchar_t*>>& buttons) {
+    const HWND bar = shell::VisibleBar(dialog);
+    ASSERT_EQ(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0), static_cast<LRESULT>(buttons.size()));
+    for (size_t i = 0; i < buttons.size(); ++i) {
+        TBBUTTON button = {};
+        SendMessageW(bar, TB_GETBUTTON, i, reinterpret_cast<LPARAM>(&button));
+        EXPECT_EQ(button.idCommand, buttons[i].first);
+        wchar_t text[80] = {};
+        SendMessageW(bar, TB_GETBUTTONTEXTW, static_cast<WPARAM>(button.idCommand),
+                     reinterpret_cast<LPARAM>(text));
+        EXPECT_STREQ(text, buttons[i].second);
+        EXPECT_EQ(ItemText(dialog, button.idCommand).empty(), false) << "a push button says the same";
+    }
+}
+
+TEST_F(SearchDialogWindow, EachHasItsMenuBar) {
+    Find([](HWND dialog) { ExpectBar(dialog, {{IDOK, L"Find"}, {IDCANCEL, L"Cancel"}}); });
+    Replace([](HWND dialog) {
+        ExpectBar(dialog, {{IDOK, L"Find"}, {IDCANCEL, L"Cancel"}, {CMD_REPLACE_ALL, L"Replace All"}});
+    });
+}
+
+void ExpectStretched(HWND dialog, const std::vector<int>& wide, const std::vector<int>& buttons) {
+    RECT client = {};
+    GetClientRect(dialog, &client);
+    const LONG margin = PlaceOf(dialog, IDC_PATTERN).left;
+    EXPECT_LT(margin, ScaledPixels(16));
+    for (const int id : wide) {
+        EXPECT_EQ(PlaceOf(dialog, id).left, margin) << id;
+        EXPECT_EQ(PlaceOf(dialog, id).right, client.right - margin) << id;
+    }
+    EXPECT_GE(PlaceOf(dialog, IDC_DOWN).left, client.right / 2);
+    EXPECT_EQ(PlaceOf(dialog, buttons.front()).left, margin);
+    EXPECT_NEAR(PlaceOf(dialog, buttons.back()).right, client.right - margin, 2);
+}
+
+TEST_F(SearchDialogWindow, WhatIsWideIsAsWideAsTheWindow) {
+    for (const int width : {240, 480, 700}) {
+        MakeOwner(ScaledPixels(width), ScaledPixels(320));
+        Find([](HWND dialog) { ExpectStretched(dialog, {IDC_PATTERN, IDC_DIRECTION}, {IDOK, IDCANCEL}); });
+        Replace([](HWND dialog) {
+            ExpectStretched(dialog, {IDC_PATTERN, IDC_REPLACEMENT, IDC_DIRECTION},
+                            {IDOK, IDCANCEL, CMD_REPLACE_ALL});
+        });
+    }
+}
+
+bool LiesInGroup(HWND dialog, HWND inner, HWND outer) {
+    if (outer != Item(dialog, IDC_DIRECTION)) return false;
+    const RECT place = PlaceOf(dialog, inner);
+    const RECT group = PlaceOf(dialog, outer);
+    RECT both = {};
+    return (inner == Item(dialog, IDC_UP) || inner == Item(dialog, IDC_DOWN)) &&
+           UnionRect(&both, &place, &group) && EqualRect(&both, &group);
+}
+
+bool HasText(int id) { return id != IDC_PATTERN && id != IDC_REPLACEMENT; }
+
+bool HasSign(int id) {
+    return id == IDC_MATCH_CASE || id == IDC_WHOLE_WORD || id == IDC_UP || id == IDC_DOWN;
+}
+
+bool IsLabel(int id) { return id == IDC_FIND_LABEL || id == IDC_REPLACE_LABEL || id == IDC_WITH_LABEL; }
+
+// Whether the control lies in the window and is as large as its text and as a finger.
+void ExpectLargeEnough(HWND dialog, HWND control) {
+    const int id = GetDlgCtrlID(control);
+    const RECT place = PlaceOf(dialog, control);
+    RECT client = {};
+    RECT both = {};
+    GetClientRect(dialog, &client);
+    UnionRect(&both, &place, &client);
+    EXPECT_TRUE(EqualRect(&both, &client)) << id << " is cut off";
+    if (!IsLabel(id)) {
+        EXPECT_GE(place.bottom - place.top, 24) << id;
+    }
+    if (control == shell::VisibleBar(dialog) || !HasText(id)) return;
+    EXPECT_LE(TextWidthOf(control) + (HasSign(id) ? ScaledPixels(16) : 0), place.right - place.left) << id;
+}
+
+void ExpectInOrder(HWND dialog) {
+    const std::vector<HWND> children = VisibleChildren(dialog);
+    EXPECT_GE(children.size(), 9u);
+    for (const HWND child : children) {
+        ExpectLargeEnough(dialog, child);
+        for (const HWND other : children) {
+            if (other == child || LiesInGroup(dialog, child, other) || LiesInGroup(dialog, other, child)) {
+                continue;
+            }
+            const RECT place = PlaceOf(dialog, child);
+            const RECT otherPlace = PlaceOf(dialog, other);
+            RECT both = {};
+            EXPECT_FALSE(IntersectRect(&both, &place, &otherPlace))
+                << GetDlgCtrlID(child) << " and " << GetDlgCtrlID(other);
+        }
+    }
+}
+
+TEST_F(SearchDialogWindow, NothingOverlapsOrIsCutOffOnAnyScreen) {
+    const SIZE screens[] = {{ScaledPixels(240), ScaledPixels(320)}, {480, 640}, {ScaledPixels(800), 480}};
+    for (const SIZE& screen : screens) {
+        SCOPED_TRACE(screen.cx);
+        MakeOwner(screen.cx, screen.cy);
+        Find(ExpectInOrder);
+        Replace(ExpectInOrder);
+    }
+}
+
+// ---- confirming and cancelling ----
+
+TEST_F(SearchDialogWindow, AnEmptyPatternKeepsTheDialogOpenAndTheSearchAsItIs) {
+    AcceptSearch({u"last", u"by", true, false, false});
+    EXPECT_FALSE(Replace([](HWND dialog) {
+        Put(dialog, IDC_PATTERN, L"");
+        Put(dialog, IDC_REPLACEMENT, L"other");
+        CheckDlgButton(dialog, IDC_MATCH_CASE, BST_UNCHECKED);
+        Press(dialog, IDOK);
+        EXPECT_TRUE(IsOpen(dialog));
+        Press(dialog, CMD_REPLACE_ALL);
+        EXPECT_TRUE(IsOpen(dialog));
+    }));
+    EXPECT_STREQ(ToWide(TheSearchState().pattern), L"last");
+    EXPECT_STREQ(ToWide(TheSearchState().replacement), L"by");
+    EXPECT_EQ(TheSearchState().matchCase, 1);
+    EXPECT_EQ(Stored(L"FindHist"), L"missing");
+    EXPECT_EQ(Stored(L"ReplaceHist"), L"missing");
+}
+
+TEST_F(SearchDialogWindow, FindTakesTheSearchOverAndStoresThePatternOnly) {
+    AcceptSearch({u"last", u"by", false, false, false});
+    EXPECT_TRUE(Find([](HWND dialog) {
+        Put(dialog, IDC_PATTERN, L"Foo");
+        CheckDlgButton(dialog, IDC_MATCH_CASE, BST_CHECKED);
+        CheckDlgButton(dialog, IDC_WHOLE_WORD, BST_CHECKED);
+        CheckRadioButton(dialog, IDC_UP, IDC_DOWN, IDC_UP);
+        Press(dialog, IDOK);
+        EXPECT_FALSE(IsOpen(dialog));
+    }));
+    EXPECT_STREQ(ToWide(TheSearchState().pattern), L"Foo");
+    EXPECT_STREQ(ToWide(TheSearchState().replacement), L"by");
+    EXPECT_EQ(TheSearchState().matchCase, 1);
+    EXPECT_EQ(TheSearchState().wholeWord, 1);
+    EXPECT_EQ(TheSearchState().up, 1);
+    EXPECT_EQ(Stored(L"FindHist"), Units(L"Foo\0", 5));
+    EXPECT_EQ(Stored(L"ReplaceHist"), L"missing");
+}
+
+TEST_F(SearchDialogWindow, ReplaceStoresBothAndReplacesNothingYet) {
+    Fill(u"one");
+    EXPECT_TRUE(Replace([](HWND dialog) {
+        Put(dialog, IDC_PATTERN, L"one");
+        Put(dialog, IDC_REPLACEMENT, L"two");
+        Press(dialog, IDOK);
+    }));
+    EXPECT_EQ(Text(), u"one");
+    EXPECT_STREQ(ToWide(TheSearchState().replacement), L"two");
+    EXPECT_EQ(Stored(L"FindHist"), Units(L"one\0", 5));
+    EXPECT_EQ(Stored(L"ReplaceHist"), Units(L"two\0", 5));
+}
+
+TEST_F(SearchDialogWindow, CancelSavesNothing) {
+    AcceptSearch({u"last", u"by", false, false, false});
+    EXPECT_FALSE(Replace([](HWND dialog) {
+        Put(dialog, IDC_PATTERN, L"one");
+        Put(dialog, IDC_REPLACEMENT, L"two");
+        CheckDlgButton(dialog, IDC_MATCH_CASE, BST_CHECKED);
+        Press(dialog, IDCANCEL);
+        EXPECT_FALSE(IsOpen(dialog));
+    }));
+    EXPECT_STREQ(ToWide(TheSearchState().pattern), L"last");
+    EXPECT_STREQ(ToWide(TheSearchState().replacement), L"by");
+    EXPECT_EQ(TheSearchState().matchCase, 0);
+    EXPECT_EQ(Stored(L"FindHist"), L"missing");
+    EXPECT_EQ(Stored(L"ReplaceHist"), L"missing");
+}
+
+// ---- Replace All ----
+
+TEST_F(SearchDialogWindow, ReplaceAllCountsInABoxOverTheOpenDialogAndStoresBoth) {
+    Fill(u"x x\nx");
+    EXPECT_FALSE(Replace([](HWND dialog) {
+        ReplaceAllBy(dialog, L"x", L"y");
+        EXPECT_TRUE(IsOpen(dialog));
+        ASSERT_EQ(boxes.size(), 1u);
+        EXPECT_EQ(boxes[0].text, L"3 occurrences replaced");
+        EXPECT_EQ(boxes[0].owner, dialog);
+        EXPECT_EQ(Stored(L"FindHist"), Units(L"x\0", 3));
+        EXPECT_EQ(Stored(L"ReplaceHist"), Units(L"y\0", 3));
+        EXPECT_EQ(Listed(dialog, IDC_PATTERN), std::vector<std::wstring>{L"x"});
+        ReplaceAllBy(dialog, L"x", L"y");
+        EXPECT_TRUE(IsOpen(dialog));
+    }));
+    EXPECT_EQ(Text(), u"y y\ny");
+    ASSERT_EQ(boxes.size(), 2u);
+    EXPECT_EQ(boxes[1].text, L"0 occurrences replaced");
+}
+
+TEST_F(SearchDialogWindow, EscEndsAReplaceAllThatFeedsOnItself) {
+    Fill(u"x");
+    Replace([](HWND dialog) {
+        PostMessageW(EditOf(dialog, IDC_PATTERN), WM_KEYDOWN, VK_ESCAPE, 0);
+        ReplaceAllBy(dialog, L"x", L"xx");
+        EXPECT_TRUE(IsOpen(dialog)) << "the key has ended the replacing, not the dialog";
+    });
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_GT(Text().size(), 1u);
+    EXPECT_EQ(boxes[0].text, std::to_wstring(Text().size() - 1) + L" occurrences replaced");
+}
+
+TEST_F(SearchDialogWindow, AnEmptyReplacementDeletesAndLeavesTheListOfReplacements) {
+    Store(L"ReplaceHist", Units(L"old\0", 5));
+    Fill(u"a-b-c");
+    Replace([](HWND dialog) {
+        ReplaceAllBy(dialog, L"-", L"");
+        EXPECT_EQ(Listed(dialog, IDC_REPLACEMENT), std::vector<std::wstring>{L"old"});
+    });
+    EXPECT_EQ(Text(), u"abc");
+    EXPECT_EQ(Stored(L"FindHist"), Units(L"-\0", 3));
+    EXPECT_EQ(Stored(L"ReplaceHist"), Units(L"old\0", 5)) << "an empty entry would have ended the list";
+}
+
+TEST_F(SearchDialogWindow, WithoutADocumentTheDialogsWorkAndReplaceNothing) {
+    SetCurrentEditor(nullptr);
+    AcceptSearch({u"last", u"by", false, false, false});
+    EXPECT_TRUE(Find([](HWND dialog) {
+        EXPECT_EQ(ItemText(dialog, IDC_PATTERN), L"last");
+        Press(dialog, IDOK);
+    }));
+    Replace([](HWND dialog) { ReplaceAllBy(dialog, L"x", L"y"); });
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_EQ(boxes[0].text, L"0 occurrences replaced");
+    SetCurrentEditor(editor_);
+}
+
+// ---- histories ----
+
+TEST_F(SearchDialogWindow, TheListKeepsItsLengthAndWhatItHoldsAlready) {
+    TheOptions().histLen = 3;
+    Store(L"FindHist", Units(L"c\0b\0a\0", 7));
+    Replace([](HWND dialog) {
+        ReplaceAllBy(dialog, L"d", L"1");
+        EXPECT_EQ(Listed(dialog, IDC_PATTERN), (std::vector<std::wstring>{L"d", L"c", L"b"}));
+        EXPECT_EQ(ItemText(dialog, IDC_PATTERN), L"d");
+        ReplaceAllBy(dialog, L"B", L"1");
+        EXPECT_EQ(Listed(dialog, IDC_PATTERN), (std::vector<std::wstring>{L"d", L"c", L"b"}));
+        EXPECT_EQ(ItemText(dialog, IDC_PATTERN), L"B");
+    });
+    EXPECT_EQ(Stored(L"FindHist"), Units(L"d\0c\0b\0", 7));
+    EXPECT_EQ(Stored(L"ReplaceHist"), Units(L"1\0", 3));
+}
+
+TEST_F(SearchDialogWindow, AListOfLengthZeroIsStoredEmpty) {
+    TheOptions().histLen = 0;
+    Store(L"FindHist", Units(L"c\0b\0", 5));
+    EXPECT_TRUE(Find([](HWND dialog) {
+        EXPECT_EQ(Listed(dialog, IDC_PATTERN), std::vector<std::wstring>{});
+        Put(dialog, IDC_PATTERN, L"d");
+        Press(dialog, IDOK);
+    }));
+    EXPECT_EQ(Stored(L"FindHist"), Units(L"", 1));
+}
+
+// ---- patterns that people rarely type ----
+
+void PutOnClipboard(const std::wstring& text) {
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
+    wcscpy(static_cast<wchar_t*>(GlobalLock(memory)), text.c_str());
+    GlobalUnlock(memory);
+    SetClipboardData(CF_UNICODETEXT, memory);
+    CloseClipboard();
+}
+
+TEST_F(SearchDialogWindow, APatternOfTenThousandCharactersIsPastedTypedFoundAndListed) {
+    const std::wstring pattern = std::wstring(5000, L'p') + std::wstring(4999, L'q') + L"r";
+    Fill(u"ppp\n" + std::u16string(FromWide(pattern.c_str())) + u" end");
+    PutOnClipboard(pattern.substr(0, 9999));
+    EXPECT_TRUE(Find([&](HWND dialog) {
+        SendMessageW(GetFocus(), WM_PASTE, 0, 0);
+        SendMessageW(GetFocus(), WM_CHAR, L'r', 0);
+        EXPECT_TRUE(ItemText(dialog, IDC_PATTERN) == pattern);
+        Press(dialog, IDOK);
+    }));
+    EXPECT_TRUE(FindNext(editor_));
+    EXPECT_EQ(Anchor(), Place(1, 0));
+    EXPECT_EQ(Caret(), Place(1, 10000));
+    EXPECT_TRUE(Stored(L"FindHist") == pattern + Units(L"\0", 2));
+    Find([&](HWND dialog) {
+        EXPECT_TRUE(Listed(dialog, IDC_PATTERN) == std::vector<std::wstring>{pattern});
+    });
+}
+
+TEST_F(SearchDialogWindow, HalvesOfPairsAndSeparatorsPassThroughTheField) {
+    for (const wchar_t* pattern : {L"\xD83D", L"a\xDE00", L" ,;\t "}) {
+        EXPECT_TRUE(Find([&](HWND dialog) {
+            Put(dialog, IDC_PATTERN, pattern);
+            Press(dialog, IDOK);
+        }));
+        EXPECT_STREQ(ToWide(TheSearchState().pattern), pattern);
+    }
+    EXPECT_EQ(Stored(L"FindHist"), Units(L" ,;\t \0a\xDE00\0\xD83D\0", 12));
+}
+
+}  // namespace
+}  // namespace nira
