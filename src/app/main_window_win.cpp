@@ -37,6 +37,9 @@ shell::ActivateInfo* ActivateInfo() {
 
 // ---- WM_CREATE ----
 
+// Why the window destroyed itself while it was made; 0 when it did not. Destroying overwrites the last error.
+DWORD creationError = 0;
+
 // The area for text on the first screen, from the shell's visible desktop.
 SIZE FirstContentSize() {
     shell::SipInfo info = {};
@@ -55,6 +58,7 @@ intptr_t OnCreate(WindowHandle window, uint32_t, uintptr_t, intptr_t) {
     app.mainWindow = window;
     app.menuBar = CreateMenuBar(window, IDR_BAR_MAIN);
     if (app.menuBar == nullptr) {
+        creationError = GetLastError();
         DestroyWindow(ToHwnd(window));
         return 0;
     }
@@ -205,6 +209,7 @@ bool CreateMainWindow() {
     shell::FrameEvents events = {};
     events.mayClose = MayClose;
     events.fileDropped = OpenDropped;
+    creationError = 0;
     const HWND window =
         shell::CreateMainFrame(0, kMainClass, L"NIRA", WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
                                CW_USEDEFAULT, CW_USEDEFAULT, GetModuleHandleW(nullptr), events);
@@ -212,6 +217,7 @@ bool CreateMainWindow() {
     SetMemoryBoxOwner(FromHwnd(window));
     SetNoticeOwner(FromHwnd(window));
     if (window != nullptr) GiveFrameIcon(window);
+    if (creationError != 0) SetLastError(creationError);
     return window != nullptr;
 }
 

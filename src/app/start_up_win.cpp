@@ -4,6 +4,7 @@
 #include "app/pending_paths.h"
 #include "app/services/memory.h"
 #include "app/services/notices.h"
+#include "app/start_steps.h"
 #include "app/start_up.h"
 #include "app/window_actions.h"
 #include "engine/editor_window.h"
@@ -28,19 +29,6 @@ namespace {
 
 constexpr int kHandOverTries = 100;
 constexpr DWORD kHandOverMilliseconds = 50;
-
-// These texts are fixed: the string table may be what failed.
-void ShowStartError(const char16_t* text) { ShowMessage(nullptr, text, u"Error", MessageKind::kPlain); }
-
-bool Reported(bool succeeded) {
-    if (!succeeded) ReportLastError();
-    return succeeded;
-}
-
-bool Explained(bool succeeded, const char16_t* text) {
-    if (!succeeded) ShowStartError(text);
-    return succeeded;
-}
 
 void ConnectEvents() {
     EditorEvents& events = TheEditorEvents();
@@ -88,15 +76,21 @@ void HandPendingPathsOn() {
     }
 }
 
-bool MakeServices() { return Explained(InitCodecs() != 0, u"Codecs init failed"); }
+// A program file that was cut or changed may have lost what every message and every bar is made of.
+bool FindResources() { return LoadResString(IDS_ERROR)[0] != 0; }
 
-bool MakeMainWindow() { return Reported(RegisterMainWindowClass()) && Reported(CreateMainWindow()); }
+bool MakeMainWindow() {
+    if (CreateMainWindow()) return true;
+    // The quit message that the end of the window left would close the box that explains it.
+    MSG quit = {};
+    const DWORD reason = GetLastError();
+    PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+    SetLastError(reason);
+    return false;
+}
 
 bool MakeEditorWindow() {
     const WindowHandle window = TheAppState().mainWindow;
-    if (!Reported(RegisterEditorClass())) return false;
-    if (!Explained(InitFonts(window) != 0, u"font initialization failed")) return false;
-    if (!Explained(LoadOptions() != 0, u"options init failed")) return false;
     if (CreateEditorWindow(window) == 0) {
         DestroyMainWindow();
         return false;
@@ -106,8 +100,21 @@ bool MakeEditorWindow() {
     return true;
 }
 
+constexpr StartActions kActions = {
+    {FindResources, nullptr},
+    {[] { return InitCodecs() != 0; }, FreeCodecs},
+    {RegisterMainWindowClass, nullptr},
+    {MakeMainWindow, DestroyMainWindow},
+    {RegisterEditorClass, nullptr},
+    {[] { return InitFonts(TheAppState().mainWindow) != 0; }, ShutdownFonts},
+    {[] { return LoadOptions() != 0; }, FreeOptions},
+    {MakeEditorWindow, nullptr, true},
+};
+
+int stepsBegun = 0;
+
 void OpenFirstDocuments(const char16_t* path) {
-    Reported(shell::SHInitExtraControls() != FALSE);
+    if (!shell::SHInitExtraControls()) ReportLastError();
     const HMENU file = ToHmenu(BarPopup(TheAppState().menuBar, BARPOPUP_FILE));
     InitRecentFiles(FromHmenu(GetSubMenu(file, POPUP_FILE_RECENT)));
     NewBuffer();
@@ -123,7 +130,7 @@ StartResult StartUp(InstanceHandle instance, const char16_t* path, int showComma
     TheAppState().instance = instance;
     ConnectEvents();
     if (HandOver(path)) return StartResult::kHandedOver;
-    if (!MakeServices() || !MakeMainWindow() || !MakeEditorWindow()) return StartResult::kFailed;
+    if (!RunStartSteps(kActions, &stepsBegun)) return StartResult::kFailed;
     OpenFirstDocuments(path);
     const HWND window = ToHwnd(TheAppState().mainWindow);
     ShowWindow(window, showCommand);
@@ -132,11 +139,8 @@ StartResult StartUp(InstanceHandle instance, const char16_t* path, int showComma
 }
 
 void ShutDown() {
-    ShutdownFonts();
-    FreeOptions();
-    FreeCodecs();
+    GiveBackStartSteps(kActions, stepsBegun);
     FreeSearchState();
-    DestroyMainWindow();
     HandPendingPathsOn();
 }
 

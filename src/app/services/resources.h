@@ -20,7 +20,8 @@ using DialogHandler = intptr_t (*)(WindowHandle dialog, uint32_t message, uintpt
 // cannot be made.
 intptr_t RunDialog(uint32_t id, WindowHandle owner, DialogHandler handler, intptr_t parameter);
 
-// Makes the menu bar of RCDATA `id` at the bottom of `owner`; null after reporting why it cannot be made.
+// Makes the menu bar of RCDATA `id` at the bottom of `owner`; null after reporting why it cannot be made,
+// which is then also in the last error.
 WindowHandle CreateMenuBar(WindowHandle owner, uint32_t id);
 
 // A table of keys; null when there is none.

@@ -45,7 +45,9 @@ WindowHandle CreateMenuBar(WindowHandle owner, uint32_t id) {
     info.resourceId = id;
     info.instance = Instance();
     if (!shell::SHCreateMenuBar(&info)) {
+        const DWORD reason = GetLastError();
         ReportLastError();
+        SetLastError(reason);
         return nullptr;
     }
     return FromHwnd(info.bar);
