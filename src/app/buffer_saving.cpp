@@ -11,8 +11,10 @@
 #include "engine/text.h"
 #include "engine/window_state.h"
 #include "files/file_dialogs.h"
+#include "files/folder_paths.h"
 #include "files/recent_files.h"
 #include "files/save.h"
+#include "platform/folders.h"
 #include "platform/messages.h"
 #include "resources/resource.h"
 
@@ -46,9 +48,21 @@ char16_t* SaveQuestion(const Editor* buffer) {
     return question;
 }
 
-// The path that Save As proposes: the document's own, or its name in the root folder. Unwinds.
+// The dialog ends at once when it cannot list its first folder.
+bool FolderCanBeListed(const char16_t* path) {
+    char16_t* folder = PathForPerson(path);
+    TidyPath(folder);
+    GoUp(folder);
+    const FolderSearch search = FolderSearchOpen(folder);
+    FolderSearchClose(search);
+    MemFree(nullptr, folder);
+    return search != nullptr;
+}
+
+// The path that Save As proposes: the document's own, or its name in the root folder. The latter also when
+// the document's folder is gone or locked: its text must have a way to another place. Unwinds.
 char16_t* SuggestedPath(const Editor* buffer) {
-    if (buffer->path != nullptr) return MemStrDup(nullptr, buffer->path);
+    if (buffer->path != nullptr && FolderCanBeListed(buffer->path)) return MemStrDup(nullptr, buffer->path);
     char16_t* name = BufferName(buffer);
     if (name == nullptr) OutOfMemory(false);
     char16_t* path = nullptr;

@@ -41,14 +41,23 @@ def keep_desktop():
     return subprocess.Popen(["wine", str(PROBE), "stay"], stdin=subprocess.PIPE)
 
 
-def probe(*arguments):
+def run_probe(*arguments):
+    """The exit code and the output of the probe."""
     # Into a file: a process that Wine starts beside the probe would hold a pipe open beyond its end.
     with tempfile.TemporaryFile() as output:
         done = subprocess.run(["wine", str(PROBE), *arguments], stdin=subprocess.DEVNULL, stdout=output,
                               stderr=output, timeout=TIMEOUT, check=False)
         output.seek(0)
-        text = output.read().decode().replace("\r\n", "\n")
-    assert done.returncode == 0, (arguments, text)
+        return done.returncode, output.read().decode().replace("\r\n", "\n")
+
+
+def probe(*arguments):
+    code, text = run_probe(*arguments)
+    if code != 0 and not text:
+        # On a busy machine Wine now and then fails to start a process at all: nothing has been done yet.
+        time.sleep(1)
+        code, text = run_probe(*arguments)
+    assert code == 0, (arguments, text)
     return text
 
 

@@ -115,6 +115,27 @@ TEST_F(BufferSavingTest, SaveAsProposesTheDocumentsPath) {
     EXPECT_EQ(Caption(), u"a.txt *");
 }
 
+TEST_F(BufferSavingTest, SaveAsProposesTheRootFolderWhenTheDocumentsFolderIsGone) {
+    std::filesystem::create_directory(folder_ + "/sub");
+    OpenModified("sub/a.txt");
+    std::filesystem::remove_all(folder_ + "/sub");
+
+    EXPECT_EQ(SaveBufferAs(Shown()), 0);
+
+    EXPECT_EQ(TheStandIns().dialogs[0].initialPath, u"\\a.txt");
+    EXPECT_EQ(std::u16string(Shown()->path), PathOf("sub/a.txt"));
+    EXPECT_EQ(Caption(), u"a.txt *");
+}
+
+TEST_F(BufferSavingTest, SaveAsProposesTheRootFolderWhenTheDocumentsFolderCannotBeRead) {
+    OpenModified("a.txt");
+    const FaultScope fault(FaultPoint::kFolderOpen, {.first = 1});
+
+    EXPECT_EQ(SaveBufferAs(Shown()), 0);
+
+    EXPECT_EQ(TheStandIns().dialogs[0].initialPath, u"\\a.txt");
+}
+
 TEST_F(BufferSavingTest, SaveAsThatFailsKeepsPathCodecAndLineEnd) {
     OpenModified("a.txt");
     TheStandIns().answers = {{PathOf("none/b.txt"), kCodecUtf8, kLineEndCr}};

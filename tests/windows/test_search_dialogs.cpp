@@ -172,8 +172,8 @@ class SearchDialogWindow : public EditorWindowTest {
     }
     void MakeOwner(int width, int height) {
         if (owner_ != nullptr) DestroyWindow(owner_);
-        owner_ = CreateWindowExW(0, shell_test::RecordingClass(), L"owner", WS_POPUP | WS_VISIBLE, 0, 0, width,
-                                 height, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+        owner_ = CreateWindowExW(0, shell_test::RecordingClass(), L"owner", WS_POPUP | WS_VISIBLE, 0, 0,
+                                 width, height, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     }
     bool Find(std::function<void(HWND)> steps) const { return Run(AskForFind, std::move(steps)); }
     bool Replace(std::function<void(HWND)> steps) const { return Run(AskForReplace, std::move(steps)); }
@@ -562,9 +562,8 @@ TEST_F(SearchDialogWindow, APatternOfTenThousandCharactersIsPastedTypedFoundAndL
     EXPECT_EQ(Anchor(), Place(1, 0));
     EXPECT_EQ(Caret(), Place(1, 10000));
     EXPECT_TRUE(Stored(L"FindHist") == pattern + Units(L"\0", 2));
-    Find([&](HWND dialog) {
-        EXPECT_TRUE(Listed(dialog, IDC_PATTERN) == std::vector<std::wstring>{pattern});
-    });
+    Find(
+        [&](HWND dialog) { EXPECT_TRUE(Listed(dialog, IDC_PATTERN) == std::vector<std::wstring>{pattern}); });
 }
 
 TEST_F(SearchDialogWindow, HalvesOfPairsAndSeparatorsPassThroughTheField) {
