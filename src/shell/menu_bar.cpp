@@ -2,6 +2,7 @@
 
 #include "shell/bar_description.h"
 #include "shell/bar_dock.h"
+#include "shell/bar_images.h"
 #include "shell/menu_fit.h"
 #include "shell/subclass.h"
 
@@ -10,7 +11,6 @@ namespace shell {
 namespace {
 
 constexpr const wchar_t* kRecordName = L"shell.bar";
-constexpr int kImageSize = 16;
 constexpr int kMaxBitmaps = 8;
 constexpr int kMaxLabel = 128;
 constexpr int kMargin = 4;  // above and below the rows of buttons together
@@ -38,7 +38,9 @@ struct Bar {
     ImageRange ranges[kMaxBitmaps];
     int rangeCount;
     int imageCount;
-    HMENU openPopup;  // being shown now
+    int imageFactor;    // above 1 on a dense screen, see bar_images.h
+    HIMAGELIST images;  // the magnified ones; null where the tool bar's own list serves
+    HMENU openPopup;    // being shown now
     UINT openCommand;
     bool inClick;  // the tool bar is working on a click and would not survive being destroyed
 };
@@ -59,6 +61,9 @@ LRESULT Tell(const Bar* bar, UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void FreeBar(Bar* bar) {
+    if (bar->images) {
+        ImageList_Destroy(bar->images);
+    }
     if (bar->menu) {
         DestroyMenu(bar->menu);
     }
@@ -369,7 +374,8 @@ bool AddButton(Bar* bar, const BarButton& button) {
 bool FillBar(Bar* bar, const BarDescription& description) {
     Tell(bar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     Tell(bar, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_MIXEDBUTTONS);
-    Tell(bar, TB_SETBITMAPSIZE, 0, MAKELPARAM(kImageSize, kImageSize));
+    const int imageSize = kBarImageSize * bar->imageFactor;
+    Tell(bar, TB_SETBITMAPSIZE, 0, MAKELPARAM(imageSize, imageSize));
     if (description.menuId >= 0) {
         bar->menu = LoadMenuW(bar->instance, MAKEINTRESOURCEW(description.menuId));
         if (!bar->menu) {
@@ -406,11 +412,30 @@ Bar* AttachBar(HWND window, HINSTANCE instance) {
     }
     bar->window = window;
     bar->instance = instance;
+    bar->imageFactor = ScreenImageFactor();
     if (!AttachRecord(window, MenuBarProc, kRecordName, bar)) {
         FreeBar(bar);
         return nullptr;
     }
     return bar;
+}
+
+// Adds images to the list that the tool bar draws from; the index of the first in that list, or -1.
+int AddPlain(const Bar* bar, HINSTANCE instance, int bitmapId, int count) {
+    TBADDBITMAP bitmap = {instance, static_cast<UINT_PTR>(bitmapId)};
+    return static_cast<int>(
+        Tell(bar, TB_ADDBITMAP, static_cast<WPARAM>(count), reinterpret_cast<LPARAM>(&bitmap)));
+}
+
+int AddLarge(Bar* bar, HINSTANCE instance, int bitmapId, int count) {
+    if (!bar->images) {
+        bar->images = CreateBarImages(bar->imageFactor);
+        if (!bar->images) {
+            return -1;
+        }
+        Tell(bar, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(bar->images));
+    }
+    return AddMagnified(bar->images, bar->imageFactor, instance, bitmapId, count);
 }
 
 void DestroyKeepingError(HWND window) {
@@ -464,9 +489,8 @@ int AddBarBitmap(HWND window, HINSTANCE instance, int bitmapId, int count) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return -1;
     }
-    TBADDBITMAP bitmap = {instance, static_cast<UINT_PTR>(bitmapId)};
-    const int base = static_cast<int>(
-        Tell(bar, TB_ADDBITMAP, static_cast<WPARAM>(count), reinterpret_cast<LPARAM>(&bitmap)));
+    const int base = bar->imageFactor > 1 ? AddLarge(bar, instance, bitmapId, count)
+                                          : AddPlain(bar, instance, bitmapId, count);
     if (base < 0) {
         return -1;
     }

@@ -103,6 +103,95 @@ TEST_F(ShellTextWindow, ScrollsSidewaysByTheTiltedWheel) {
     EXPECT_TRUE(ReceivedOf(WM_VSCROLL).empty());
 }
 
+// A content of 100 lines of 20 pixels in a window that shows 10, scrolled by whole lines, and of 1000 pixels
+// sideways, scrolled by 8.
+class ShellPanning : public ShellTextWindow {
+  protected:
+    void SetUp() override {
+        ShellTextWindow::SetUp();
+        SetBar(SB_VERT, 99, 10);
+        SetBar(SB_HORZ, 999, 200);
+        shell_test::onMessage = [this](HWND window, const shell_test::Received& one) {
+            const int sign = LOWORD(one.wParam) == SB_LINEUP ? -1 : 1;
+            if (one.message == WM_VSCROLL) SetScrollPos(window, SB_VERT, Row() + sign, FALSE);
+            if (one.message == WM_HSCROLL) SetScrollPos(window, SB_HORZ, Column() + 8 * sign, FALSE);
+        };
+        RECT client = {};
+        SetWindowPos(text, nullptr, 0, 0, 200, 200, SWP_NOMOVE | SWP_NOZORDER);
+        GetClientRect(text, &client);
+        SetWindowPos(text, nullptr, 0, 0, 400 - client.right, 400 - client.bottom, SWP_NOMOVE | SWP_NOZORDER);
+        GetClientRect(text, &client);
+        ASSERT_EQ(client.right, 200);
+        ASSERT_EQ(client.bottom, 200);
+        received.clear();
+    }
+
+    void SetBar(int bar, int last, UINT page) const {
+        SCROLLINFO info = {};
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_RANGE | SIF_PAGE | SIF_DISABLENOSCROLL;
+        info.nMax = last;
+        info.nPage = page;
+        SetScrollInfo(text, bar, &info, FALSE);
+    }
+
+    int Row() const { return GetScrollPos(text, SB_VERT); }
+    int Column() const { return GetScrollPos(text, SB_HORZ); }
+};
+
+TEST_F(ShellPanning, TheTextFollowsTheFingerByLines) {
+    shell::PanTextWindow(text, 0, -100);
+    EXPECT_EQ(Row(), 5);
+    EXPECT_EQ(Codes(WM_VSCROLL), "ddddd");
+    shell::PanTextWindow(text, 0, 60);
+    EXPECT_EQ(Row(), 2);
+    EXPECT_EQ(Column(), 0);
+}
+
+TEST_F(ShellPanning, SmallMovesAddUp) {
+    for (int i = 0; i < 19; ++i) shell::PanTextWindow(text, 0, -1);
+    EXPECT_EQ(Row(), 0);
+    shell::PanTextWindow(text, 0, -1);
+    EXPECT_EQ(Row(), 1);
+    for (int i = 0; i < 19; ++i) shell::PanTextWindow(text, 0, -1);
+    EXPECT_EQ(Row(), 1);
+    shell::PanTextWindow(text, 0, -1);
+    EXPECT_EQ(Row(), 2);
+}
+
+TEST_F(ShellPanning, AFingerThatTremblesMovesNothingBack) {
+    shell::PanTextWindow(text, 0, -20);
+    EXPECT_EQ(Row(), 1);
+    received.clear();
+    for (int i = 0; i < 8; ++i) shell::PanTextWindow(text, 0, i % 2 == 0 ? 19 : -19);
+    EXPECT_TRUE(ReceivedOf(WM_VSCROLL).empty());
+}
+
+TEST_F(ShellPanning, SidewaysGoesByTheStepsOfTheWindow) {
+    shell::PanTextWindow(text, -40, 0);
+    EXPECT_EQ(Column(), 40);
+    shell::PanTextWindow(text, 16, 0);
+    EXPECT_EQ(Column(), 24);
+    EXPECT_EQ(Row(), 0);
+}
+
+TEST_F(ShellPanning, AtTheEndTheRestIsForgotten) {
+    shell::PanTextWindow(text, 0, 5000);
+    EXPECT_EQ(Codes(WM_VSCROLL), "u");
+    shell::PanTextWindow(text, 0, -20);
+    EXPECT_EQ(Row(), 1);
+}
+
+TEST_F(ShellPanning, AWindowWithoutPagesAndOneThatIsNoTextWindowSurviveIt) {
+    SetBar(SB_VERT, 0, 0);
+    shell::PanTextWindow(text, 0, -7);
+    shell::PanTextWindow(parent, 10, 10);
+    shell::PanTextWindow(nullptr, 10, 10);
+    SendMessageW(text, WM_GESTURENOTIFY, 0, 0);
+    SendMessageW(text, WM_GESTURE, GID_PAN, 0);
+    EXPECT_EQ(Row(), 0);
+}
+
 TEST_F(ShellTextWindow, HoldsTheMouseDuringADrag) {
     SendMessageW(text, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 6));
     EXPECT_EQ(GetCapture(), text);
