@@ -102,8 +102,10 @@ bool TryOut(Saving* saving) {
     return saving->codec != nullptr;
 }
 
-// Renames the old file to the first backup name that works.
+// Renames the old file to the first backup name that works. What may not be overwritten may not be replaced
+// in this way either: a read-only file would come back writable, its backup could not be deleted.
 bool SetAside(Saving* saving) {
+    if (FileIsProtected(saving->editor->path)) return false;
     char16_t* digit = saving->backup + Utf16Length(saving->editor->path);
     for (char16_t name = u'0'; name <= u'9' && !saving->setAside; ++name) {
         *digit = name;

@@ -33,6 +33,9 @@ bool FileClose(FileHandle file);
 // True when anything, file or folder, has this name.
 bool FileExists(const char16_t* path);
 
+// True when this name is a read-only file's or a folder's, neither of which may be overwritten.
+bool FileIsProtected(const char16_t* path);
+
 // Renames; fails when `to` exists.
 bool FileMove(const char16_t* from, const char16_t* to);
 

@@ -25,6 +25,15 @@ LRESULT CALLBACK BarProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
 
 Dock* FindDock(HWND owner) { return static_cast<Dock*>(FindRecord(owner, kOwnerRecord)); }
 
+const DockedBar* FindEntry(HWND owner, HWND window) {
+    const Dock* dock = FindDock(owner);
+    const DockedBar* bar = dock ? dock->top : nullptr;
+    while (bar && bar->window != window) {
+        bar = bar->below;
+    }
+    return bar;
+}
+
 Dock* FindOrMakeDock(HWND owner) {
     if (Dock* dock = FindDock(owner)) {
         return dock;
@@ -190,15 +199,12 @@ HWND TopBar(HWND owner) {
     return dock && dock->top ? dock->top->window : nullptr;
 }
 
-bool IsDocked(HWND owner, HWND window) {
-    const Dock* dock = FindDock(owner);
-    for (const DockedBar* bar = dock ? dock->top : nullptr; bar; bar = bar->below) {
-        if (bar->window == window) {
-            return true;
-        }
-    }
-    return false;
+HWND BarBelow(HWND owner, HWND bar) {
+    const DockedBar* entry = FindEntry(owner, bar);
+    return entry && entry->below ? entry->below->window : nullptr;
 }
+
+bool IsDocked(HWND owner, HWND window) { return FindEntry(owner, window) != nullptr; }
 
 int DockHeight(HWND owner) {
     const Dock* dock = FindDock(owner);

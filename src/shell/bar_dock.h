@@ -31,6 +31,9 @@ void RefreshDock(HWND owner);
 // The bar in sight, or null.
 HWND TopBar(HWND owner);
 
+// The bar that `bar` covers, or null.
+HWND BarBelow(HWND owner, HWND bar);
+
 // True when `window` is one of the owner's bars, in sight or covered.
 bool IsDocked(HWND owner, HWND window);
 

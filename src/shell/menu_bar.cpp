@@ -167,6 +167,14 @@ const Slot* NeighbourOf(const Bar* bar, const Slot* from, int step) {
     return &bar->slots[index];
 }
 
+// A covered bar's pop-up stands on the bar that covers it.
+void StandOn(HWND covering, RECT* place) {
+    RECT sight = {};
+    GetWindowRect(covering, &sight);
+    place->top = sight.top;
+    place->bottom = sight.bottom;
+}
+
 // Shows one pop-up until it closes. Returns where the person went on to: 1, -1, or 0 for nowhere.
 int TrackAbove(Bar* bar, const Slot& slot) {
     const HWND window = bar->window;
@@ -175,6 +183,9 @@ int TrackAbove(Bar* bar, const Slot& slot) {
     avoid.cbSize = sizeof(avoid);
     Tell(bar, TB_GETRECT, command, reinterpret_cast<LPARAM>(&avoid.rcExclude));
     MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&avoid.rcExclude), 2);
+    if (!IsWindowVisible(window)) {
+        StandOn(TopBar(GetParent(window)), &avoid.rcExclude);
+    }
     bar->openPopup = slot.popup;
     bar->openCommand = command;
     openMenu = {window, 0, false, 0};
@@ -261,6 +272,16 @@ bool LabelBeginsWith(const Bar* bar, UINT command, wchar_t letter) {
     Tell(bar, TB_GETBUTTONINFOW, command, reinterpret_cast<LPARAM>(&info));
     return label[0] != 0 &&
            CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, label, 1, &letter, 1) == CSTR_EQUAL;
+}
+
+const Slot* DropDownForKey(const Bar* bar, wchar_t letter) {
+    for (int i = 0; i < bar->slotCount; ++i) {
+        const Slot& slot = bar->slots[i];
+        if (CanOpen(bar, slot) && (letter == 0 || LabelBeginsWith(bar, slot.command, letter))) {
+            return &slot;
+        }
+    }
+    return nullptr;
 }
 
 // ---- Messages ----
@@ -539,11 +560,16 @@ bool OpenDropDown(HWND window, UINT command) {
 }
 
 bool OpenDropDownByKey(HWND window, wchar_t letter) {
-    const Bar* bar = FindBar(window);
-    for (int i = 0; bar && i < bar->slotCount; ++i) {
-        const Slot& slot = bar->slots[i];
-        if (slot.dropDown && (letter == 0 || LabelBeginsWith(bar, slot.command, letter))) {
-            return OpenDropDown(window, slot.command);
+    if (!IsWindowVisible(window)) {
+        return false;
+    }
+    const HWND owner = GetParent(window);
+    for (HWND from = window; from; from = BarBelow(owner, from)) {
+        const Bar* bar = FindBar(from);
+        const Slot* slot = bar ? DropDownForKey(bar, letter) : nullptr;
+        if (slot) {
+            TrackFrom(from, slot->command);
+            return true;
         }
     }
     return false;

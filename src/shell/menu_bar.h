@@ -83,7 +83,8 @@ HWND VisibleBar(HWND owner);
 bool OpenDropDown(HWND bar, UINT command);
 
 // The same from the keyboard: the drop-down whose label begins with `letter` (any case), or the first one for
-// 0.
+// 0. Where the bar has none, that of a bar it covers opens above it: a key reaches what a finger would close
+// the bar for.
 bool OpenDropDownByKey(HWND bar, wchar_t letter);
 
 }  // namespace shell

@@ -164,6 +164,12 @@ class Nira:
         window = self.window()
         return window.text if window else None
 
+    def bar(self):
+        """The bar in sight."""
+        bars = [child for child in self.window().children if child.kind == "ToolbarWindow32"]
+        assert len(bars) == 1, bars
+        return bars[0]
+
     def wait_title(self, title):
         wait_for(f"title '{title}'", lambda: self.title() == title)
 

@@ -41,3 +41,14 @@ def test_escape_closes_the_menu_and_gives_the_keyboard_back(opened, way):
     nira.wait_title(path.name)
     assert path.read_bytes() == b"abtext\r\n"
     assert nira_driver.windows()[0].kind == nira.window_class
+
+
+def test_letters_reach_the_menus_that_a_tool_bar_covers(opened):
+    nira, path = opened(b"text\r\n")
+    main_bar = nira.bar().handle
+    type_text("a")
+    nira.wait_title(path.name + " *")
+    key("ctrl+z")
+    nira_driver.wait_for("bar of undo", lambda: nira.bar().handle != main_bar)
+    key("alt+f", *NEW)
+    nira.wait_title("Untitled2")

@@ -197,12 +197,31 @@ TEST_F(SaveFile, AFileThatCannotBeCreatedLeavesTheBackup) {
     EXPECT_EQ(editor->modified, 1);
 }
 
-TEST_F(SaveFile, AFolderCannotBeWritten) {
-    Make(u"a");
+TEST_F(SaveFile, AFolderIsNeitherWrittenNorSetAside) {
     std::filesystem::create_directory(folder.File("f.txt"));
-    EXPECT_EQ(Save(editor), 0);
-    ExpectFailed();
-    EXPECT_EQ(editor->modified, 1);
+    for (const uint32_t safeSave : {0u, 1u}) {
+        Make(u"a");
+        TheOptions().safeSave = safeSave;
+        EXPECT_EQ(Save(editor), 0);
+        ExpectFailed();
+        EXPECT_EQ(editor->modified, 1);
+        EXPECT_TRUE(std::filesystem::is_directory(folder.File("f.txt")));
+        EXPECT_FALSE(folder.Has("f.txt0"));
+    }
+}
+
+TEST_F(SaveFile, AReadOnlyFileIsNeitherWrittenNorSetAside) {
+    for (const uint32_t safeSave : {0u, 1u}) {
+        MakeOverOld();
+        TheOptions().safeSave = safeSave;
+        std::filesystem::permissions(folder.File("f.txt"), std::filesystem::perms::owner_read);
+        EXPECT_EQ(Save(editor), 0);
+        ExpectFailed();
+        EXPECT_EQ(folder.Get("f.txt"), "old");
+        EXPECT_FALSE(folder.Has("f.txt0"));
+        EXPECT_EQ(editor->modified, 1);
+        std::filesystem::permissions(folder.File("f.txt"), std::filesystem::perms::owner_all);
+    }
 }
 
 // ---- failing writes ----

@@ -39,17 +39,22 @@ TEST_F(RealFiles, AFolderIsNoFile) {
     EXPECT_EQ(box.Text(), L"Error reading file");
 }
 
-TEST_F(RealFiles, AReadOnlyFileIsNotWritten) {
+TEST_F(RealFiles, AReadOnlyFileIsNeitherWrittenNorReplaced) {
     Put(L"a.txt", "old");
     ASSERT_EQ(Load(editor_, OwnPath(L"a.txt"), kCodecUtf8), 1);
     TextInsert(editor_, 0, 0, u"x", 1);
     SetFileAttributesW(Path(L"a.txt").c_str(), FILE_ATTRIBUTE_READONLY);
-    BoxCloser box;
-    EXPECT_EQ(Save(editor_), 0);
-    EXPECT_EQ(box.Text(), L"Error writing file");
-    EXPECT_EQ(Get(L"a.txt"), "old");
-    EXPECT_EQ(editor_->saveFailed, 1);
-    EXPECT_EQ(editor_->modified, 1);
+    for (const uint32_t safeSave : {0u, 1u}) {
+        TheOptions().safeSave = safeSave;
+        BoxCloser box;
+        EXPECT_EQ(Save(editor_), 0);
+        EXPECT_EQ(box.Text(), L"Error writing file");
+        EXPECT_EQ(Get(L"a.txt"), "old");
+        EXPECT_EQ(Get(L"a.txt0"), "(missing)");
+        EXPECT_NE(GetFileAttributesW(Path(L"a.txt").c_str()) & FILE_ATTRIBUTE_READONLY, 0u);
+        EXPECT_EQ(editor_->saveFailed, 1);
+        EXPECT_EQ(editor_->modified, 1);
+    }
 }
 
 TEST_F(RealFiles, AFileInUseIsNotReplaced) {

@@ -39,6 +39,8 @@ bool InUse(const struct stat& info, bool writersOnly) {
 // The permission bits count for root too, as read-only files do on Windows for everybody.
 bool IsReadOnly(const struct stat& info) { return (info.st_mode & 0222) == 0; }
 
+bool IsProtected(const struct stat& info) { return S_ISDIR(info.st_mode) || IsReadOnly(info); }
+
 bool FolderIsReadOnly(const std::string& name) {
     const size_t slash = name.find_last_of('/');
     const std::string folder = slash == std::string::npos ? "." : name.substr(0, slash + 1);
@@ -62,7 +64,7 @@ FileHandle Opened(const std::string& name, int flags) {
 bool MayCreate(const std::string& name) {
     struct stat info;
     if (stat(name.c_str(), &info) != 0) return !FolderIsReadOnly(name) || Fail(kErrorAccessDenied);
-    if (S_ISDIR(info.st_mode) || IsReadOnly(info)) return Fail(kErrorAccessDenied);
+    if (IsProtected(info)) return Fail(kErrorAccessDenied);
     return !InUse(info, false) || Fail(kErrorSharingViolation);
 }
 
@@ -151,6 +153,12 @@ bool FileExists(const char16_t* path) {
     return stat(name.c_str(), &info) == 0 || Fail(ErrorOf(errno, name));
 }
 
+bool FileIsProtected(const char16_t* path) {
+    if (!NameIsValid(path)) return false;
+    struct stat info;
+    return stat(HostName(path).c_str(), &info) == 0 && IsProtected(info);
+}
+
 bool FileMove(const char16_t* from, const char16_t* to) {
     if (FaultStrikes(FaultPoint::kFileMove) || !NameIsValid(from) || !NameIsValid(to)) return false;
     const std::string source = HostName(from);
@@ -167,7 +175,7 @@ bool FileDelete(const char16_t* path) {
     const std::string name = HostName(path);
     struct stat info;
     if (!MayRemove(name, &info)) return false;
-    if (S_ISDIR(info.st_mode) || IsReadOnly(info)) return Fail(kErrorAccessDenied);
+    if (IsProtected(info)) return Fail(kErrorAccessDenied);
     return unlink(name.c_str()) == 0 || Fail(ErrorOf(errno, name));
 }
 

@@ -17,16 +17,6 @@ FileHandle OpenFile(const char16_t* path, DWORD access, DWORD share, DWORD dispo
     return file != INVALID_HANDLE_VALUE ? reinterpret_cast<FileHandle>(file) : nullptr;
 }
 
-// Windows itself refuses to empty a read-only file; Wine leaves that to the host system, which lets its
-// administrator do everything.
-bool IsReadOnlyFile(const char16_t* path) {
-    const SystemPath systemPath(path);
-    if (systemPath.Get() == nullptr) return false;
-    const DWORD attributes = GetFileAttributesW(systemPath.Get());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0 &&
-           (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
-}
-
 }  // namespace
 
 FileHandle FileOpenForReading(const char16_t* path) {
@@ -34,7 +24,9 @@ FileHandle FileOpenForReading(const char16_t* path) {
 }
 
 FileHandle FileCreateForWriting(const char16_t* path) {
-    if (IsReadOnlyFile(path)) {
+    // Windows itself refuses to empty a read-only file; Wine leaves that to the host system, which lets its
+    // administrator do everything.
+    if (FileIsProtected(path)) {
         SetLastError(ERROR_ACCESS_DENIED);
         return nullptr;
     }
@@ -62,6 +54,14 @@ bool FileClose(FileHandle file) { return file == nullptr || CloseHandle(ToFile(f
 bool FileExists(const char16_t* path) {
     const SystemPath systemPath(path);
     return systemPath.Get() != nullptr && GetFileAttributesW(systemPath.Get()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool FileIsProtected(const char16_t* path) {
+    const SystemPath systemPath(path);
+    if (systemPath.Get() == nullptr) return false;
+    const DWORD attributes = GetFileAttributesW(systemPath.Get());
+    return attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0;
 }
 
 bool FileMove(const char16_t* from, const char16_t* to) {
