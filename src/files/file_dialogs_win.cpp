@@ -19,6 +19,7 @@
 #include "resources/resource.h"
 #include "shell/full_screen.h"
 #include "shell/menu_bar.h"
+#include "shell/touch_controls.h"
 
 namespace nira {
 
@@ -340,9 +341,7 @@ void FillEncodings(const FileDialog* dialog) {
     for (uint32_t i = 0; i < TheCodecList().count; ++i)
         SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(CodecName(i)));
     SendMessageW(box, CB_SETCURSEL, dialog->chooser.codecIndex, 0);
-    const int height = Scaled(dialog->window, kTouchHeight);
-    SendMessageW(box, CB_SETITEMHEIGHT, 0, height);
-    SendMessageW(box, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height - 4);
+    shell::EnlargeComboBox(box, Scaled(dialog->window, kTouchHeight));
 }
 
 bool ShowFirstFolder(FileDialog* dialog) {

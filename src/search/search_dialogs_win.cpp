@@ -17,10 +17,15 @@
 #include "search/search_state.h"
 #include "shell/full_screen.h"
 #include "shell/menu_bar.h"
+#include "shell/touch_controls.h"
 
 namespace nira {
 
 namespace {
+
+// The height of a combo box and of the rows in its list, which are higher than their text because we draw
+// them.
+constexpr int kFieldUnits = 15;
 
 // A combo box, the history in its list, and the text that it held when the search was confirmed.
 struct HistoryField {
@@ -88,17 +93,6 @@ void SpreadOverWidth(HWND dialog) {
 
 // ---- Combo boxes ----
 
-// A field and list rows that a finger hits. Rows can be higher than their text only when we draw them.
-void MakeTouchable(HWND dialog, HWND combo) {
-    constexpr int kUnitsHigh = 15;
-    SendMessageW(combo, CB_SETITEMHEIGHT, 0, PixelsHigh(dialog, kUnitsHigh));
-    RECT field = {};
-    GetWindowRect(combo, &field);
-    const LRESULT textHeight = SendMessageW(combo, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
-    const LRESULT border = field.bottom - field.top - textHeight;
-    SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), PixelsHigh(dialog, kUnitsHigh) - border);
-}
-
 void DrawRow(const DRAWITEMSTRUCT& item, const SearchHistory& history) {
     constexpr size_t kMostShown = 512;  // more units than fit any screen
     const bool selected = (item.itemState & ODS_SELECTED) != 0;
@@ -144,7 +138,7 @@ void FillList(HWND combo, const SearchHistory& history) {
 void PrepareField(HWND dialog, HistoryField* field, const char16_t* text) {
     const HWND combo = GetDlgItem(dialog, field->control);
     SendMessageW(combo, CB_LIMITTEXT, kLongestPattern, 0);
-    MakeTouchable(dialog, combo);
+    shell::EnlargeComboBox(combo, PixelsHigh(dialog, kFieldUnits));
     KeepListOpen(combo);
     HistoryLoad(&field->history, field->name);
     FillList(combo, field->history);
