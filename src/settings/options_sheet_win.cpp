@@ -121,15 +121,30 @@ INT_PTR CALLBACK PageProc(HWND page, UINT message, WPARAM wParam, LPARAM lParam)
 
 // ---- The sheet ----
 
+void StretchTabs(HWND sheet) {
+    const RECT area = shell::ContentRect(sheet);
+    SetWindowPos(TabsOf(sheet), nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 // A theme draws tabs for the upper edge only.
 void PutTabsBelow(HWND sheet) {
     const HWND tabs = TabsOf(sheet);
     SetWindowTheme(tabs, L"", L"");
     SetWindowLongPtrW(tabs, GWL_STYLE, GetWindowLongPtrW(tabs, GWL_STYLE) | TCS_BOTTOM);
     SendMessageW(tabs, TCM_SETITEMSIZE, 0, MAKELPARAM(0, DialogHeight(FromHwnd(sheet), kTabHeight)));
-    const RECT area = shell::ContentRect(sheet);
-    SetWindowPos(tabs, nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    StretchTabs(sheet);
+}
+
+// Another page is stretched when it is shown.
+LRESULT CALLBACK SheetProc(HWND sheet, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(sheet, SheetProc, 0);
+    const LRESULT result = DefSubclassProc(sheet, message, wParam, lParam);
+    if (message == WM_SIZE && wParam != SIZE_MINIMIZED) {
+        StretchTabs(sheet);
+        if (const HWND page = PropSheet_GetCurrentPageHwnd(sheet)) FillSheet(page);
+    }
+    return result;
 }
 
 // Without a bar the sheet stays as the system has laid it out, with its own buttons.
@@ -139,6 +154,7 @@ void PrepareSheet(HWND sheet) {
     shell::SHInitDialog(sheet, shell::kSizeFullScreen);
     for (const int button : kSheetButtons) ShowWindow(GetDlgItem(sheet, button), SW_HIDE);
     PutTabsBelow(sheet);
+    SetWindowSubclass(sheet, SheetProc, 0, 0);
 }
 
 int CALLBACK OnSheet(HWND sheet, UINT message, LPARAM) {

@@ -45,10 +45,37 @@ void AddDoneButton(HWND dialog) {
     SendMessageW(bar, TB_SETBUTTONINFOW, IDOK, reinterpret_cast<LPARAM>(&info));
 }
 
+bool Cover(HWND dialog) {
+    const RECT area = AreaToCover(dialog);
+    return SetWindowPos(dialog, nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                        SWP_NOZORDER | SWP_NOACTIVATE) != FALSE;
+}
+
+// A turned screen or a new resolution gives the owner another size below an open dialog. The identifier is
+// the dialog, so that an owner may have several.
+LRESULT CALLBACK OwnerProc(HWND owner, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR dialog,
+                           DWORD_PTR) {
+    const LRESULT result = DefSubclassProc(owner, message, wParam, lParam);
+    constexpr UINT kSamePlace = SWP_NOMOVE | SWP_NOSIZE;
+    if (message == WM_WINDOWPOSCHANGED && !IsIconic(owner) &&
+        (reinterpret_cast<const WINDOWPOS*>(lParam)->flags & kSamePlace) != kSamePlace) {
+        Cover(reinterpret_cast<HWND>(dialog));
+    }
+    return result;
+}
+
+void LeaveOwner(HWND dialog) {
+    RemoveWindowSubclass(GetWindow(dialog, GW_OWNER), OwnerProc, reinterpret_cast<UINT_PTR>(dialog));
+}
+
 LRESULT CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
     if (message == kAddDoneButton) {
         AddDoneButton(dialog);
         return 0;
+    }
+    // At WM_NCDESTROY the dialog may have lost its owner.
+    if (message == WM_DESTROY) {
+        LeaveOwner(dialog);
     }
     if (message == WM_NCDESTROY) {
         DetachRecord(dialog, DialogProc, kRecordName);
@@ -56,11 +83,13 @@ LRESULT CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lPa
     return DefSubclassProc(dialog, message, wParam, lParam);
 }
 
-// The dialog makes its own bars in WM_INITDIALOG, before or after this: only then is it known whether one is
-// missing.
-BOOL WaitForDoneButton(HWND dialog) {
-    return AttachRecord(dialog, DialogProc, kRecordName, dialog) &&
-           PostMessageW(dialog, kAddDoneButton, 0, 0);
+bool FollowOwner(HWND dialog) {
+    const HWND owner = GetWindow(dialog, GW_OWNER);
+    if (!owner || SetWindowSubclass(owner, OwnerProc, reinterpret_cast<UINT_PTR>(dialog), 0)) {
+        return true;
+    }
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return false;
 }
 
 }  // namespace
@@ -70,14 +99,15 @@ BOOL SHInitDialog(HWND dialog, UINT flags) {
         SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return FALSE;
     }
-    if (flags & kSizeFullScreen) {
-        const RECT area = AreaToCover(dialog);
-        if (!SetWindowPos(dialog, nullptr, area.left, area.top, area.right - area.left,
-                          area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE)) {
-            return FALSE;
-        }
+    if (!FindRecord(dialog, kRecordName) && !AttachRecord(dialog, DialogProc, kRecordName, dialog)) {
+        return FALSE;
     }
-    return (flags & kDoneButton) ? WaitForDoneButton(dialog) : TRUE;
+    if ((flags & kSizeFullScreen) && !(FollowOwner(dialog) && Cover(dialog))) {
+        return FALSE;
+    }
+    // The dialog makes its own bars in WM_INITDIALOG, before or after this: only then is it known whether one
+    // is missing.
+    return !(flags & kDoneButton) || PostMessageW(dialog, kAddDoneButton, 0, 0);
 }
 
 }  // namespace shell

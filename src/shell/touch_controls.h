@@ -6,7 +6,8 @@
 namespace shell {
 
 // Makes the field of a combo box and the rows of its list `height` pixels high, border included. A field
-// whose text would not fit keeps its height.
+// whose text would not fit keeps its height. Once for each box: a second call may take the field for its
+// text.
 void EnlargeComboBox(HWND combo, int height);
 
 }  // namespace shell

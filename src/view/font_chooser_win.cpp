@@ -20,8 +20,9 @@ namespace nira {
 namespace {
 
 constexpr UINT kShowPreview = WM_APP + 1;
-constexpr int kComboHeight = 16;  // dialog units; 26 pixels where nothing is enlarged
-constexpr int kMargin = 6;        // dialog units
+constexpr int kComboHeight = 16;    // dialog units; 26 pixels where nothing is enlarged
+constexpr int kPreviewHeight = 16;  // dialog units, at least
+constexpr int kMargin = 6;          // dialog units
 
 struct FontDialog {
     HWND window;
@@ -66,7 +67,7 @@ void Place(const FontDialog& dialog, int control, const RECT& place) {
 }
 
 void SpreadOverContent(const FontDialog& dialog) {
-    RECT units = {kMargin, kMargin, 0, kComboHeight};
+    RECT units = {kMargin, kMargin, 0, kPreviewHeight};
     MapDialogRect(dialog.window, &units);
     const RECT content = shell::ContentRect(dialog.window);
     const LONG gained = content.right - units.left - PlaceOf(dialog, IDC_FONT_SIZE).right;
@@ -82,8 +83,14 @@ void SpreadOverContent(const FontDialog& dialog) {
     preview.right += gained;
     preview.bottom = std::max(content.bottom - units.top, preview.top + units.bottom);
     Place(dialog, IDC_FONT_PREVIEW, preview);
-    shell::EnlargeComboBox(GetDlgItem(dialog.window, IDC_FONT_FACE), units.bottom);
-    shell::EnlargeComboBox(GetDlgItem(dialog.window, IDC_FONT_SIZE), units.bottom);
+}
+
+void EnlargeFields(const FontDialog& dialog) {
+    RECT units = {0, 0, 0, kComboHeight};
+    MapDialogRect(dialog.window, &units);
+    for (const int control : {IDC_FONT_FACE, IDC_FONT_SIZE}) {
+        shell::EnlargeComboBox(GetDlgItem(dialog.window, control), units.bottom);
+    }
 }
 
 // ---- Faces and sizes ----
@@ -195,6 +202,7 @@ void OnInit(FontDialog* dialog) {
     CreateMenuBar(FromHwnd(dialog->window), IDR_BAR_OK_CANCEL);
     shell::SHInitDialog(dialog->window, shell::kDoneButton | shell::kSizeFullScreen | shell::kInputPanelDown);
     SpreadOverContent(*dialog);
+    EnlargeFields(*dialog);
     Ask(*dialog, IDC_FONT_SIZE, CB_LIMITTEXT, 9);
     Enumerate(nullptr, AddFace, reinterpret_cast<LPARAM>(dialog));
     ShowChoice(*dialog, ReadFontChoice(dialog->current));
@@ -225,6 +233,7 @@ intptr_t FontHandler(WindowHandle window, uint32_t message, uintptr_t first, int
     }
     if (GetWindowLongPtrW(dialog, GWLP_USERDATA) == 0) return FALSE;
     if (message == WM_COMMAND) OnDialogCommand(&DialogOf(dialog), LOWORD(first));
+    if (message == WM_SIZE) SpreadOverContent(DialogOf(dialog));
     if (message == kShowPreview) ShowPreview(&DialogOf(dialog));
     return FALSE;
 }

@@ -243,9 +243,13 @@ TEST_F(FileDialogWindow, TakesAPastedPathOnAnotherDrive) {
     EXPECT_EQ(path, folder + L"\\small.txt");
 }
 
-TEST_F(FileDialogWindow, FollowsANewSize) {
+TEST_F(FileDialogWindow, FollowsANewSizeOfItsOwner) {
     Run(false, folder, [&](HWND dialog) {
-        SetWindowPos(dialog, nullptr, 0, 0, 240, 320, SWP_NOMOVE | SWP_NOZORDER);
+        SetWindowPos(owner, nullptr, 0, 0, 240, 320, SWP_NOMOVE | SWP_NOZORDER);
+        RECT own = {};
+        GetWindowRect(dialog, &own);
+        EXPECT_EQ(own.right - own.left, 240);
+        EXPECT_EQ(own.bottom - own.top, 320);
         RECT client = {};
         GetClientRect(dialog, &client);
         RECT list = {};

@@ -248,6 +248,18 @@ TEST_F(FontChooser, FillsItsOwner) {
     });
 }
 
+TEST_F(FontChooser, FollowsANewSizeOfItsOwner) {
+    Run(u"Tahoma\x100C", [this](HWND dialog) {
+        SetWindowPos(owner, nullptr, 0, 0, 240, 320, SWP_NOMOVE | SWP_NOZORDER);
+        ExpectLaidOut(dialog);
+        SetWindowPos(owner, nullptr, 0, 0, 420, 400, SWP_NOMOVE | SWP_NOZORDER);
+        ExpectLaidOut(dialog);
+        RECT preview = {};
+        GetWindowRect(GetDlgItem(dialog, IDC_FONT_PREVIEW), &preview);
+        EXPECT_GT(preview.right - preview.left, 380);
+    });
+}
+
 TEST_F(FontChooser, FitsASmallScreen) {
     OwnerOf(240, 320);
     Run(u"Tahoma\x1048", [](HWND dialog) { ExpectLaidOut(dialog); });

@@ -260,13 +260,17 @@ void ExpectWellPlaced(HWND page, const std::wstring& where) {
     }
 }
 
-TEST_F(OptionsSheet, NothingIsCutOffOrOverlapsOnAnyScreen) {
-    for (const SIZE size : {SIZE{480, 640}, SIZE{240, 320}, SIZE{640, 480}, SIZE{232, 200}}) {
-        OwnerOf(size.cx, size.cy);
+TEST_F(OptionsSheet, NothingIsCutOffOrOverlapsOnAnyScreenAlsoWhenItTurns) {
+    OwnerOf(480, 640);
+    for (const SIZE size : {SIZE{640, 480}, SIZE{240, 320}, SIZE{320, 240}, SIZE{232, 200}}) {
         Run([&] {
+            SetWindowPos(owner_, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER);
+            // First the page in sight, which nothing shows again.
             for (int i = 0; i < 4; ++i) {
-                Show(i);
                 ExpectWellPlaced(Page(), std::to_wstring(size.cx) + L" page " + std::to_wstring(i));
+                EXPECT_NEAR(PlaceOf(Page()).right, PlaceOf(owner_).right, 16);
+                EXPECT_LT(PlaceOf(Page()).bottom, PlaceOf(shell::VisibleBar(sheet_)).top);
+                Show((i + 1) % 4);
             }
         });
     }

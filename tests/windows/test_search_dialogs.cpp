@@ -382,6 +382,24 @@ TEST_F(SearchDialogWindow, NothingOverlapsOrIsCutOffOnAnyScreen) {
     }
 }
 
+TEST_F(SearchDialogWindow, FollowsANewSizeOfItsOwner) {
+    const auto turn = [this](HWND dialog) {
+        SetWindowPos(owner_, nullptr, 0, 0, ScaledPixels(320), ScaledPixels(320), SWP_NOMOVE | SWP_NOZORDER);
+        ExpectInOrder(dialog);
+        SetWindowPos(owner_, nullptr, 0, 0, ScaledPixels(240), ScaledPixels(400), SWP_NOMOVE | SWP_NOZORDER);
+        ExpectInOrder(dialog);
+    };
+    Find([&](HWND dialog) {
+        turn(dialog);
+        ExpectStretched(dialog, {IDC_PATTERN, IDC_DIRECTION}, {IDOK, IDCANCEL});
+    });
+    Replace([&](HWND dialog) {
+        turn(dialog);
+        ExpectStretched(dialog, {IDC_PATTERN, IDC_REPLACEMENT, IDC_DIRECTION},
+                        {IDOK, IDCANCEL, CMD_REPLACE_ALL});
+    });
+}
+
 // ---- confirming and cancelling ----
 
 TEST_F(SearchDialogWindow, AnEmptyPatternKeepsTheDialogOpenAndTheSearchAsItIs) {

@@ -313,6 +313,44 @@ TEST_F(ShellDialog, CoversItsOwner) {
     EXPECT_EQ(shell::VisibleBar(dialog), nullptr);
 }
 
+TEST_F(ShellDialog, FollowsItsOwner) {
+    ASSERT_NE(Make(shell::kSizeFullScreen, false), nullptr);
+    SetWindowPos(owner, nullptr, 20, 30, 240, 320, SWP_NOZORDER | SWP_NOACTIVATE);
+    RECT actual;
+    GetWindowRect(dialog, &actual);
+    const RECT expected = {20, 30, 260, 350};
+    EXPECT_TRUE(EqualRect(&expected, &actual));
+}
+
+TEST_F(ShellDialog, StaysWhereItWasMovedToWhileItsOwnerStays) {
+    ASSERT_NE(Make(shell::kSizeFullScreen, false), nullptr);
+    RECT expected;
+    GetWindowRect(dialog, &expected);
+    OffsetRect(&expected, 15, 10);
+    SetWindowPos(dialog, nullptr, expected.left, expected.top, 0, 0, SWP_NOZORDER | SWP_NOSIZE);
+    // As when the owner comes to the front.
+    WINDOWPOS raised = {owner, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE};
+    SendMessageW(owner, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&raised));
+    RECT actual;
+    GetWindowRect(dialog, &actual);
+    EXPECT_TRUE(EqualRect(&expected, &actual));
+}
+
+TEST_F(ShellDialog, TwoDialogsFollowTheSameOwnerUntilTheyEnd) {
+    const HWND first = Make(shell::kSizeFullScreen, false);
+    ASSERT_NE(first, nullptr);
+    ASSERT_NE(Make(shell::kSizeFullScreen, false), nullptr);
+    DestroyWindow(first);
+    SetWindowPos(owner, nullptr, 20, 30, 200, 220, SWP_NOZORDER | SWP_NOACTIVATE);
+    RECT actual;
+    GetWindowRect(dialog, &actual);
+    const RECT expected = {20, 30, 220, 250};
+    EXPECT_TRUE(EqualRect(&expected, &actual));
+    DestroyWindow(dialog);
+    SetWindowPos(owner, nullptr, 0, 0, 240, 320, SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_TRUE(IsWindow(owner));
+}
+
 TEST_F(ShellDialog, KeepsItsSizeWithoutTheFlag) {
     ASSERT_NE(Make(shell::kInputPanelDown, false), nullptr);
     RECT ownerPlace;
