@@ -16,8 +16,8 @@ namespace codecs {
 namespace {
 
 constexpr uint32_t kLongestMark = 4;
-constexpr uint32_t kEnoughToJudge = 8192;  // so that a small file is judged as a whole, its end included
-constexpr uint32_t kBytesOfUnit = 4;       // the most that one unit makes, in any encoding
+constexpr uint32_t kJudged = 20480;   // bytes that tell what a file is; a shorter one is judged with its end
+constexpr uint32_t kBytesOfUnit = 4;  // the most that one unit makes, in any encoding
 constexpr uint32_t kSlack = kUtf8Slack + kBytesOfUnit;
 constexpr uint32_t kSlice = 1 << 16;  // units encoded at a time
 
@@ -64,24 +64,32 @@ bool BeginsWith(const uint8_t* bytes, uint32_t size, const Mark& mark) {
     return size >= mark.size && std::memcmp(bytes, mark.bytes, mark.size) == 0;
 }
 
+// A file that is judged must be known to be longer than that, or to its end: where it is cut into chunks must
+// make no difference to what it is taken for.
 uint32_t OpeningBytes(const Stream& stream) {
-    return stream.entry->form == Form::kAuto ? kEnoughToJudge : kLongestMark;
+    return stream.entry->form == Form::kAuto ? kJudged + 1 : kLongestMark;
+}
+
+// What the file is by its first bytes.
+const Entry* Recognize(const Entry* entry, const uint8_t* bytes, uint32_t size, bool last) {
+    if (entry->form == Form::kAuto) return JudgeFile(bytes, std::min(size, kJudged), last && size <= kJudged);
+    if (entry->form == Form::kPage) return entry;
+    return EntryOfForm(entry->form, BeginsWith(bytes, size, MarkOfForm(entry->form)));
 }
 
 // Decides what the file is. Returns the bytes of its mark, which are no text. A mark that goes with an
-// encoding which NIRA does not list stays in the text: nothing else would write it again.
+// encoding which NIRA does not list stays in the text: nothing else would write it again. In the same way
+// "Auto", which writes UTF-8, reads nothing else where it cannot report what it found: the text may be
+// illegible then, and the bytes come back all the same.
 uint32_t Open(Stream* stream, const uint8_t* bytes, uint32_t size, bool last, NiraRealloc grow) {
     const bool judged = stream->entry->form == Form::kAuto;
-    const Entry* found = judged ? JudgeFile(bytes, size, last) : stream->entry;
-    if (found->form == Form::kPage) {
-        stream->reader = CreatePageReader(PageOfEntry(*found), judged, grow);
-    } else {
-        found = EntryOfForm(found->form, BeginsWith(bytes, size, MarkOfForm(found->form)));
-    }
-    stream->active = found;
-    stream->opened = true;
+    const Entry* found = Recognize(stream->entry, bytes, size, last);
     const bool listed =
         found == stream->entry || FindSister(*stream->entry, stream->index, *found, &stream->activeIndex);
+    if (judged && !listed) found = EntryOfForm(Form::kUtf8, false);
+    if (found->form == Form::kPage) stream->reader = CreatePageReader(PageOfEntry(*found), judged, grow);
+    stream->active = found;
+    stream->opened = true;
     return listed && found->mark ? MarkOfForm(found->form).size : 0;
 }
 

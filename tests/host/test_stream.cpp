@@ -241,16 +241,32 @@ TEST_F(LibraryStream, AutoReportsWhatTheFileIs) {
     EXPECT_EQ(found("caf\xE9"), u"Windows-1252");
 }
 
-// The end of a small file is known when it is judged.
-TEST_F(LibraryStream, AutoWaitsForEnoughToJudge) {
-    LibraryCodec codec(u"Auto");
-    EXPECT_EQ(codec.Decode("caf\xC3", kFirstChunk), u"");
-    EXPECT_EQ(codec.Decode("", kLastChunk), u"caf\u00C3");
-    EXPECT_EQ(LibraryNameAt(codec.Index()), u"Windows-1252");
-    LibraryCodec large(u"Auto");
-    EXPECT_EQ(large.Decode(std::string(20479, 'x') + "\xC3", kFirstChunk).size(), 20479u);
-    EXPECT_EQ(large.Decode("\xA9", kMiddleChunk), u"\u00E9");
-    EXPECT_EQ(LibraryNameAt(large.Index()), u"UTF-8 exact");
+// The end of a file of up to 20,480 bytes is known when it is judged, and makes it another encoding's.
+TEST_F(LibraryStream, AutoJudgesAShortFileWithItsEnd) {
+    for (const size_t size : {4u, 8192u, 10000u, 20479u, 20480u}) {
+        const std::string text(size - 1, 'x');
+        for (const size_t cut : {size, size - 1, size / 2}) {
+            const Read read = ReadAs(u"Auto", text + "\xC3", {cut});
+            EXPECT_EQ(LibraryNameAt(read.index), u"Windows-1252") << size << " " << cut;
+            EXPECT_EQ(read.text.back(), u'\u00C3') << size << " " << cut;
+        }
+    }
+}
+
+TEST_F(LibraryStream, AutoJudgesTheFirst20480BytesOfALongFile) {
+    const std::string text(20479, 'x');
+    for (const std::vector<size_t>& cuts :
+         std::vector<std::vector<size_t>>{{}, {20480}, {20479}, {1, 20481}, {20480, 20481}}) {
+        EXPECT_EQ(LibraryNameAt(ReadAs(u"Auto", text + "\xFFyy", cuts).index), u"Windows-1252");
+        const Read behind = ReadAs(u"Auto", text + "x\xFFy", cuts);
+        EXPECT_EQ(LibraryNameAt(behind.index), u"UTF-8 exact");
+        EXPECT_EQ(behind.text.substr(20479), (std::u16string{u'x', 0xDCFF, u'y'}));
+        const Read across = ReadAs(u"Auto", text + "\xC3\xA9", cuts);
+        EXPECT_EQ(LibraryNameAt(across.index), u"UTF-8 exact");
+        EXPECT_EQ(across.text.back(), u'\u00E9');
+    }
+    LibraryCodec atOnce(u"Auto");
+    EXPECT_EQ(atOnce.Decode(text + "\xC3\xA9", kLastChunk).back(), u'\u00E9');
 }
 
 TEST_F(LibraryStream, AutoSavesANewDocumentAsUtf8WithoutMark) {
@@ -260,14 +276,35 @@ TEST_F(LibraryStream, AutoSavesANewDocumentAsUtf8WithoutMark) {
     EXPECT_EQ(LibraryNameAt(codec.Index()), u"Auto") << "nothing has been judged";
 }
 
-TEST_F(LibraryStream, AutoReadsWhatItCannotReportAllTheSame) {
+// What is saved under "Auto" is UTF-8: a file read as anything else would be another one after that.
+TEST_F(LibraryStream, AutoLosesNothingOfWhatItCannotReport) {
     RegistryMemoryReset();
     ListEncodings({u"Auto"});
-    LibraryCodec codec(u"Auto", 5);
-    const std::string file = {'\xFF', '\xFE', 'a', '\0'};
-    EXPECT_EQ(codec.Decode(file, kFirstChunk), u"");
-    EXPECT_EQ(codec.Decode("", kLastChunk), (std::u16string{0xFEFF, u'a'}));
-    EXPECT_EQ(codec.Index(), 5u);
+    for (const std::string& file :
+         {std::string("\xFF\xFE"
+                      "a\0",
+                      4),
+          std::string("\0a\0b", 4), std::string("caf\xE9"), std::string("\xEF\xBB\xBF\xC3\xA9")}) {
+        LibraryCodec reader(u"Auto", 5);
+        std::u16string text = reader.Decode(file, kFirstChunk);
+        text += reader.Decode("", kLastChunk);
+        EXPECT_EQ(reader.Index(), 5u);
+        LibraryCodec writer(u"Auto", 5);
+        EXPECT_EQ(writer.Encode(text, kFirstChunk), file);
+        EXPECT_EQ(writer.Encode(u"", kLastChunk), "");
+    }
+}
+
+// Something was entered in the list while NIRA ran, so that no position is certain.
+TEST_F(LibraryStream, AutoLosesNothingWhenTheListHasChanged) {
+    const uint32_t index = LibraryIndex(u"Auto");
+    ListEncodings({u"A new one"});
+    LibraryCodec reader(u"Auto", index);
+    std::u16string text = reader.Decode("caf\xE9", kFirstChunk);
+    text += reader.Decode("", kLastChunk);
+    EXPECT_EQ(reader.Index(), index);
+    LibraryCodec writer(u"Auto", index);
+    EXPECT_EQ(writer.Encode(text, kFirstChunk), "caf\xE9");
 }
 
 // ---- memory ----
@@ -291,7 +328,7 @@ TEST_F(LibraryStream, ALongLineOfAsciiCostsHardlyMoreThanItsBytes) {
 }
 
 TEST_F(LibraryStream, RunningOutOfMemoryLeavesNothingBehind) {
-    const std::string file = "a\xE9\r" + std::string(3000, 'x');
+    const std::string file = "a\xE9\r" + std::string(21000, 'x');
     const std::u16string text = u"a\xD83D";
     codecs::SetHostAnsiPage(932);
     for (const std::u16string name : {u"Auto", u"UTF-8 exact", u"UTF-32 BE exact"}) {
@@ -308,7 +345,7 @@ TEST_F(LibraryStream, RunningOutOfMemoryLeavesNothingBehind) {
                 state = record.create(LibraryIndex(name), GrowForLibrary);
                 const auto* source = reinterpret_cast<const uint8_t*>(file.data());
                 record.decode(state, source, 3, &units, &count, kFirstChunk, GrowForLibrary);
-                record.decode(state, source + 3, 2000, &units, &count, kMiddleChunk, GrowForLibrary);
+                record.decode(state, source + 3, 21000, &units, &count, kMiddleChunk, GrowForLibrary);
                 record.encode(state, text.data(), 2, &bytes, &count, kFirstChunk, GrowForLibrary);
                 record.encode(state, text.data(), 2, &bytes, &count, kLastChunk, GrowForLibrary);
             });
