@@ -267,8 +267,10 @@ TEST_F(FileChoosing, AsksBeforeAFileIsOverwritten) {
 TEST_F(FileChoosing, SavesNothingUnderANameThatNothingMayHave) {
     chooser.saving = true;
     ASSERT_TRUE(Begin(Whole()));
-    EXPECT_EQ(AcceptName(&chooser, u"a<b.txt"), Acceptance::kStay);
-    EXPECT_EQ(Box(), u"Error: " + HostErrorText(kErrorInvalidName));
+    for (const char16_t* name : {u"a<b.txt", u"a:b.txt", u"a.txt:b", u"a\tb.txt"}) {
+        EXPECT_EQ(AcceptName(&chooser, name), Acceptance::kStay);
+        EXPECT_EQ(Box(), u"Error: " + HostErrorText(kErrorInvalidName));
+    }
     EXPECT_EQ(AcceptName(&chooser, std::u16string(260, u'n').c_str()), Acceptance::kStay);
     EXPECT_EQ(Box(), u"Error: " + HostErrorText(kErrorFileNameTooLong));
 }

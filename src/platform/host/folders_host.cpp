@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <string>
 
+#include "base/file_name.h"
 #include "platform/host/drives.h"
 #include "platform/host/faults.h"
 #include "platform/host/host_names.h"
@@ -94,9 +95,10 @@ PathKind KindOfPath(const char16_t* path) {
     struct stat info;
     if (stat(name.c_str(), &info) == 0) return S_ISDIR(info.st_mode) ? PathKind::kFolder : PathKind::kFile;
     const uint32_t error = ErrorOf(errno, name);
-    HostSetLastError(error);
-    return error == kErrorFileNotFound || error == kErrorPathNotFound ? PathKind::kMissing
-                                                                      : PathKind::kUnusable;
+    const bool missing = error == kErrorFileNotFound || error == kErrorPathNotFound;
+    const bool forbidden = missing && HasForbiddenCharacter(path);
+    HostSetLastError(forbidden ? kErrorInvalidName : error);
+    return missing && !forbidden ? PathKind::kMissing : PathKind::kUnusable;
 }
 
 // The host takes every name as it is.

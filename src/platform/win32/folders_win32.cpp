@@ -4,6 +4,7 @@
 
 #include <cwchar>
 
+#include "base/file_name.h"
 #include "base/utf16.h"
 #include "platform/win32/casts.h"
 #include "platform/win32/system_path.h"
@@ -74,11 +75,23 @@ uint64_t LocalTime(const FILETIME& time) {
 
 bool IsMissing(DWORD error) { return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND; }
 
+bool IsDriveAlone(const char16_t* path) { return path[0] != 0 && path[1] == u':' && path[2] == 0; }
+
 // No file system keeps a name of more than 255 units, but not every one says so before the file is made.
 bool HasTooLongName(const char16_t* path) {
     constexpr size_t kLongestName = 255;
     const char16_t* mark = Utf16FindLast(path, u'\\');
     return Utf16Length(mark != nullptr ? mark + 1 : path) > kLongestName;
+}
+
+// Of a path for which the system has just answered with an error. A drive that is not there stays what the
+// system calls it.
+PathKind KindOfMissing(const char16_t* path) {
+    if (!IsMissing(GetLastError()) || IsDriveAlone(path)) return PathKind::kUnusable;
+    const bool tooLong = HasTooLongName(path);
+    if (!tooLong && !HasForbiddenCharacter(path)) return PathKind::kMissing;
+    SetLastError(tooLong ? ERROR_FILENAME_EXCED_RANGE : ERROR_INVALID_NAME);
+    return PathKind::kUnusable;
 }
 
 }  // namespace
@@ -130,12 +143,7 @@ PathKind KindOfPath(const char16_t* path) {
     const SystemPath systemPath(path);
     if (systemPath.Get() == nullptr) return PathKind::kUnusable;
     const DWORD attributes = GetFileAttributesW(systemPath.Get());
-    if (attributes == INVALID_FILE_ATTRIBUTES) {
-        if (!IsMissing(GetLastError())) return PathKind::kUnusable;
-        if (!HasTooLongName(path)) return PathKind::kMissing;
-        SetLastError(ERROR_FILENAME_EXCED_RANGE);
-        return PathKind::kUnusable;
-    }
+    if (attributes == INVALID_FILE_ATTRIBUTES) return KindOfMissing(path);
     return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? PathKind::kFolder : PathKind::kFile;
 }
 
