@@ -4,6 +4,7 @@ The screen (DISPLAY, 480 x 640), the Wine prefix (WINEPREFIX, with a Wine deskto
 up once, by ./test; a test only starts the program. Every wait ends as soon as what it waits for is there, and fails
 after TIMEOUT seconds with what the windows showed instead.
 """
+import contextlib
 import os
 import pathlib
 import re
@@ -106,6 +107,19 @@ def values(key_name):
 def windows_path(path):
     """The name of a file of this system for a Windows program."""
     return "Z:" + os.path.abspath(path).replace("/", "\\")
+
+
+@contextlib.contextmanager
+def held(path):
+    """Another program has the file or folder open and shares it with nobody."""
+    holder = subprocess.Popen(["wine", str(PROBE), "hold", windows_path(path)],
+                              stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    try:
+        assert holder.stdout.readline().strip() == b"held"
+        yield
+    finally:
+        holder.stdin.close()
+        holder.wait(TIMEOUT)
 
 
 def wait_for(what, look, timeout=TIMEOUT):

@@ -11,7 +11,8 @@
 //                                            hexadecimal, tab-separated
 //   nira_probe end-session                   asks every top-level window of NIRA whether the session may end
 //   nira_probe minimised                     1 or 0 for every top-level window of NIRA
-//   nira_probe hold FILE                     keeps a file open, shared with nobody, until its input ends
+//   nira_probe hold FILE                     keeps a file or folder open, shared with nobody, until its input
+//                                            ends
 //   nira_probe stay                          keeps the Wine desktop open until its input ends
 //
 // The output is UTF-8; tabs, line ends and backslashes of texts are escaped by a backslash.
@@ -106,7 +107,8 @@ void WaitForEndOfInput() {
 }
 
 int Hold(const wchar_t* path) {
-    HANDLE file = CreateFileW(path, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    HANDLE file =
+        CreateFileW(path, GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (file == INVALID_HANDLE_VALUE) return 1;
     std::printf("held\n");
     std::fflush(stdout);

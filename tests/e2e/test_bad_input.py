@@ -1,11 +1,9 @@
 """What nobody wishes for: files that are gone, held or read-only, broken lists, a broken program."""
-import contextlib
 import struct
-import subprocess
 
 import nira_driver
 import pytest
-from nira_driver import key, type_text
+from nira_driver import held, key, type_text
 
 RECENT = nira_driver.SETTINGS + r"\MRU"
 
@@ -13,19 +11,6 @@ RECENT = nira_driver.SETTINGS + r"\MRU"
 def change(nira, title):
     type_text("x")
     nira.wait_title(title + " *")
-
-
-@contextlib.contextmanager
-def held(path):
-    """Another program has the file open and shares it with nobody."""
-    holder = subprocess.Popen(["wine", str(nira_driver.PROBE), "hold", nira_driver.windows_path(path)],
-                              stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-    try:
-        assert holder.stdout.readline().strip() == b"held"
-        yield
-    finally:
-        holder.stdin.close()
-        holder.wait(nira_driver.TIMEOUT)
 
 
 def error(nira, text):

@@ -1,12 +1,13 @@
 """The file dialog by keys and by the pointer: walking through folders, choosing, saving. And the bytes on the disk."""
+import os
+import pathlib
 import time
 
 import nira_driver
 import pytest
-from nira_driver import key, type_text, wait_for, windows_path
-
-HEADER = 24  # height of the list's column titles and of each of its rows
-ROW = 25
+from file_dialog_driver import (HEADER, child, click_row, name_box, open_at, save_as, shown_folder, wait_closed,
+                                wait_folder, wait_name)
+from nira_driver import held, key, type_text, wait_for, windows_path
 
 
 @pytest.fixture
@@ -20,49 +21,6 @@ def folder(tmp_path):
     (place / "banana.txt").write_bytes(b"banana\r\n")
     (place / "cherry.txt").write_bytes(b"c\r\n")
     return place
-
-
-def child(nira, title, kind, number=0):
-    """A control of the dialog of that title, the number-th of its kind."""
-    return [one for one in nira.wait_dialog(title).children if one.kind == kind][number]
-
-
-def shown_folder(nira, title):
-    return nira.wait_dialog(title).texts("Static")[-1]
-
-
-def wait_folder(nira, title, path):
-    wait_for(f"folder '{path}'", lambda: shown_folder(nira, title) == windows_path(path))
-
-
-def name_box(nira, title):
-    return child(nira, title, "Edit").text
-
-
-def wait_name(nira, title, name):
-    wait_for(f"name '{name}'", lambda: name_box(nira, title) == name)
-
-
-def click_row(nira, title, row, times=1):
-    rows = child(nira, title, "SysListView32")
-    for _ in range(times):
-        nira_driver.click(rows.left + 60, rows.top + HEADER + ROW * row + ROW // 2)
-
-
-def save_as(nira):
-    key("alt+f", "v")
-    nira.wait_dialog("Save file")
-
-
-def open_at(nira, folder):
-    """The open dialog, gone to the folder by its typed name."""
-    key("ctrl+o")
-    nira.choose_file("Open file", folder)
-    wait_folder(nira, "Open file", folder)
-
-
-def wait_closed(nira):
-    wait_for("end of the dialog", nira.no_box)
 
 
 def test_the_whole_road_of_a_file(start, folder):
@@ -205,16 +163,117 @@ def test_a_missing_file_is_not_opened_and_another_can_be_chosen(start, folder):
     nira.wait_title("cherry.txt")
 
 
-@pytest.mark.parametrize("name", ["a<b.txt", "NUL", "con.txt", "n" * 260],
-                         ids=["forbidden", "device", "device with an ending", "too long"])
-def test_a_name_that_no_file_may_have_is_refused_and_another_saves(opened, tmp_path, name):
+def refused(nira):
+    """The system's own reason in a box, answered."""
+    box = nira.wait_box("Error")
+    assert any(box.texts("Static"))
+    nira.answer(box, "OK")
+
+
+@pytest.mark.parametrize("names", [[f"a{char}b.txt" for char in '"*:<>?|'], ["NUL", "con.txt", "COM1"],
+                                   ["n" * 256, "n" * 260, "n" * 400], ["Q:", "Q:\\", "b.txt:hidden"]],
+                         ids=["forbidden", "devices", "too long", "colons"])
+def test_a_name_that_no_file_may_have_is_refused_and_another_saves(opened, tmp_path, names):
     nira, _ = opened(b"one\r\n")
     save_as(nira)
-    nira.choose_file("Save file", name)
-    nira.answer(nira.wait_box("Error"), "OK")
+    for name in names:
+        nira.choose_file("Save file", name)
+        refused(nira)
+    assert shown_folder(nira, "Save file") == windows_path(tmp_path)
     nira.choose_file("Save file", "good.txt")
     nira.wait_title("good.txt")
     assert (tmp_path / "good.txt").read_bytes() == b"one\r\n"
+    assert sorted(one.name for one in tmp_path.iterdir()) == ["good.txt", "notes.txt"]
+
+
+def test_a_name_that_no_file_may_have_is_not_found(start, folder):
+    nira = start()
+    nira.wait_title("Untitled1")
+    open_at(nira, folder)
+    for name in ["a<b.txt", "*.txt", "NUL", "con.txt", "n" * 260, "Q:", "apple.txt:hidden"]:
+        nira.choose_file("Open file", name)
+        box = nira.wait_box("Error")
+        assert "File not found.\r\nChoose another one." in box.texts("Static")
+        nira.answer(box, "OK")
+    assert shown_folder(nira, "Open file") == windows_path(folder)
+    nira.choose_file("Open file", "cherry.txt")
+    nira.wait_title("cherry.txt")
+
+
+def test_a_folder_of_an_impossible_name_is_not_made(opened, tmp_path):
+    nira, _ = opened(b"one\r\n")
+    save_as(nira)
+    for name in ["a<b", "NUL", "n" * 256, "notes.txt"]:
+        key("alt+n")
+        nira.wait_dialog("Create folder")
+        type_text(name)
+        key("Return")
+        refused(nira)
+    assert nira.dialog("Create folder") is None
+    assert [one.name for one in tmp_path.iterdir()] == ["notes.txt"]
+
+
+def test_a_folder_that_may_not_be_read_is_told_and_the_listing_stays(start, folder):
+    nira = start()
+    nira.wait_title("Untitled1")
+    open_at(nira, folder)
+    with held(folder / "inner"):
+        click_row(nira, "Open file", 0, times=2)
+        refused(nira)
+        assert shown_folder(nira, "Open file") == windows_path(folder)
+        nira.choose_file("Open file", "inner")
+        refused(nira)
+        assert shown_folder(nira, "Open file") == windows_path(folder)
+    click_row(nira, "Open file", 2)
+    wait_name(nira, "Open file", "apple.txt")
+    click_row(nira, "Open file", 0, times=2)
+    wait_folder(nira, "Open file", folder / "inner")
+
+
+@pytest.fixture
+def empty_drive():
+    """A drive whose medium is not there."""
+    link = pathlib.Path(os.environ["WINEPREFIX"]) / "dosdevices/e:"
+    link.unlink(missing_ok=True)
+    link.symlink_to("/nonexistent/medium")
+    yield "E:"
+    link.unlink()
+
+
+def test_a_drive_without_a_medium_is_told_and_the_listing_stays(opened, tmp_path, empty_drive):
+    nira, _ = opened(b"one\r\n")
+    save_as(nira)
+    for name in [empty_drive, empty_drive + "\\"]:
+        nira.choose_file("Save file", name)
+        refused(nira)
+        assert shown_folder(nira, "Save file") == windows_path(tmp_path)
+    key("Escape")
+    wait_closed(nira)
+    key("ctrl+o")
+    nira.choose_file("Open file", empty_drive + "\\notes.txt")
+    nira.answer(nira.wait_box("Error"), "OK")
+    nira.choose_file("Open file", tmp_path / "notes.txt")
+    wait_closed(nira)
+    nira.wait_title("notes.txt")
+
+
+def test_a_link_to_nowhere_is_not_found_and_saving_writes_what_it_names(opened, tmp_path):
+    nira, _ = opened(b"one\r\n")
+    (tmp_path / "link.txt").symlink_to(tmp_path / "target.txt")
+    (tmp_path / "ring.txt").symlink_to(tmp_path / "ring.txt")
+    key("ctrl+o")
+    for name in ["link.txt", "ring.txt"]:
+        nira.choose_file("Open file", tmp_path / name)
+        nira.answer(nira.wait_box("Error"), "OK")
+    key("Escape")
+    wait_closed(nira)
+    save_as(nira)
+    nira.choose_file("Save file", "ring.txt")
+    refused(nira)
+    nira.choose_file("Save file", "link.txt")
+    nira.wait_title("link.txt")
+    assert (tmp_path / "target.txt").read_bytes() == b"one\r\n"
+    assert (tmp_path / "link.txt").is_symlink()
 
 
 def test_a_folder_deleted_meanwhile_keeps_its_listing(start, folder):

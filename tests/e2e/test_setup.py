@@ -1,53 +1,21 @@
 """setup.cmd from the packed archive, as a person unpacks and starts it, and what /remove leaves."""
-import os
-import pathlib
-import subprocess
 import zipfile
 
 import pytest
-
-ROOT = pathlib.Path(__file__).resolve().parents[2]
-BUILD = ROOT / "build" / "windows"
-PROGRAM = pathlib.Path(os.environ["WINEPREFIX"]) / "drive_c" / "Program Files" / "NIRA"
-MACHINE = r"HKLM\Software\NIRA"
-USER = r"HKCU\Software\NIRA"
-
-
-def wine(*arguments, folder=None):
-    return subprocess.run(["wine", *arguments], cwd=folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                          stderr=subprocess.STDOUT, text=True, errors="replace", timeout=120, check=False)
-
-
-def run_setup(folder, *arguments):
-    ended = wine("cmd", "/c", "setup.cmd", *arguments, folder=folder)
-    assert ended.returncode == 0, ended.stdout
-    return ended.stdout
-
-
-def value(key, name):
-    ended = wine("reg", "query", key, "/v", name)
-    lines = [line.split(None, 2) for line in ended.stdout.splitlines() if line.startswith("    ")]
-    return lines[0][2].strip() if ended.returncode == 0 and lines else None
-
-
-def forget():
-    for key in MACHINE, USER:
-        wine("reg", "delete", key, "/f")
+from set_up_driver import BUILD, MACHINE, PROGRAM, USER, forget, pack, run_setup, unpack, value, wine
 
 
 @pytest.fixture(scope="module")
 def archive():
-    subprocess.run(["cmake", "--build", str(BUILD), "--target", "package"], check=True, stdout=subprocess.DEVNULL)
-    return BUILD / "nira-windows.zip"
+    return pack()
 
 
 @pytest.fixture
 def unpacked(archive, tmp_path):
     forget()
-    with zipfile.ZipFile(archive) as packed:
-        packed.extractall(tmp_path)
-    yield tmp_path / "NIRA"
-    wine("cmd", "/c", "setup.cmd", "/remove", folder=tmp_path / "NIRA")
+    folder = unpack(archive, tmp_path)
+    yield folder
+    wine("cmd", "/c", "setup.cmd", "/remove", folder=folder)
     forget()
 
 
