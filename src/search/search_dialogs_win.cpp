@@ -231,6 +231,7 @@ intptr_t SearchHandler(WindowHandle window, uint32_t message, uintptr_t first, i
         OpenDialog(dialog);
         return FALSE;  // the focus stands in the pattern
     }
+    if (GetWindowLongPtrW(dialog, GWLP_USERDATA) == 0) return FALSE;  // controls may tell of their making
     if (message == WM_SIZE) SpreadOverWidth(dialog);
     if (message == WM_DRAWITEM) return DrawList(dialog, *reinterpret_cast<const DRAWITEMSTRUCT*>(second));
     if (message != WM_COMMAND || DialogOf(dialog).busy) return FALSE;

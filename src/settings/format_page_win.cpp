@@ -2,8 +2,9 @@
 
 #include <commdlg.h>
 
-#include <iterator>
+#include <initializer_list>
 
+#include "app/services/memory.h"
 #include "app/services/notices.h"
 #include "platform/win32/casts.h"
 #include "resources/resource.h"
@@ -22,9 +23,12 @@ constexpr int kCustomColors = 16;
 HWND Control(WindowHandle page, int control) { return GetDlgItem(ToHwnd(page), control); }
 
 void ShowFont(WindowHandle page) {
-    char16_t text[200];
-    FontText(text, std::size(text), TheOptions().sheetCopy->font);
+    const char16_t* description = TheOptions().sheetCopy->font;
+    const size_t room = FontTextRoom(description);
+    auto* text = MemAllocArray<char16_t>(nullptr, room);
+    FontText(text, room, description);
     SetControlText(page, IDC_FORMAT_FONT, text);
+    MemFree(nullptr, text);
 }
 
 void FillFormatPage(WindowHandle page) {

@@ -24,6 +24,8 @@ constexpr NumberField kIndentNumbers[] = {
     {IDC_INDENT_TAB_SIZE, 64, IDS_TAB_SIZE_RANGE, &SheetCopy::tabSize},
 };
 
+constexpr size_t kFontSizeUnits = 12;  // ", ", three digits, " pt", terminator
+
 bool IsWhiteSpace(char16_t unit) { return unit == u' ' || (unit >= u'\t' && unit <= u'\r'); }
 
 bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
@@ -117,14 +119,15 @@ bool TakeNumber(WindowHandle page, const NumberField& field, const char16_t* tex
     return true;
 }
 
+size_t FontTextRoom(const char16_t* description) { return Utf16Length(description) + kFontSizeUnits; }
+
 size_t FontText(char16_t* target, size_t room, const char16_t* description) {
-    constexpr size_t kSizeUnits = 12;  // ", ", three digits, " pt", terminator
     const size_t length = Utf16Length(description);
     const size_t face = length > 0 ? length - 1 : 0;
     const int size = length > 0 ? description[face] & kFontSizeMask : 0;
-    char16_t tail[kSizeUnits] = u", ";
-    const size_t digits = Utf16FromInt(tail + 2, kSizeUnits - 2, size);
-    Utf16Copy(tail + 2 + digits, kSizeUnits - 2 - digits, u" pt");
+    char16_t tail[kFontSizeUnits] = u", ";
+    const size_t digits = Utf16FromInt(tail + 2, kFontSizeUnits - 2, size);
+    Utf16Copy(tail + 2 + digits, kFontSizeUnits - 2 - digits, u" pt");
     // A face that is too long loses its end rather than the size.
     const size_t tailUnits = Utf16Length(tail);
     const size_t kept = room > tailUnits ? std::min(face, room - tailUnits - 1) : 0;

@@ -50,6 +50,9 @@ bool TakeNumber(WindowHandle page, const NumberField& field, const char16_t* tex
 
 // ---- Format ----
 
+// The units, terminator included, that hold the text below uncut.
+size_t FontTextRoom(const char16_t* description);
+
 // "Face, 14 pt", cut to `room` units including the terminator. Returns units without it.
 size_t FontText(char16_t* target, size_t room, const char16_t* description);
 

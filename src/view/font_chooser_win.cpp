@@ -95,12 +95,11 @@ void EnlargeFields(const FontDialog& dialog) {
 
 // ---- Faces and sizes ----
 
-// A family is listed once, whatever the scripts and styles it comes in. Names that begin with @ are the same
-// fonts turned on their side.
+// A family is listed once, whatever the scripts and styles it comes in. Those turned on their side, whose
+// names begin with @, are listed too: a description may name one, and must come out as it went in.
 int CALLBACK AddFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM parameter) {
     auto& dialog = *reinterpret_cast<FontDialog*>(parameter);
     const auto name = reinterpret_cast<LPARAM>(font->lfFaceName);
-    if (font->lfFaceName[0] == L'@') return TRUE;
     if (Ask(dialog, IDC_FONT_FACE, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), name) != CB_ERR) return TRUE;
     Ask(dialog, IDC_FONT_FACE, CB_ADDSTRING, 0, name);
     if (dialog.noFaceYet) Ask(dialog, IDC_FONT_FACE, CB_SETCURSEL);

@@ -72,6 +72,13 @@ TEST(FontText, CopesWithOddDescriptions) {
     EXPECT_EQ(FontTextOf(Text(150, u'x') + u"\x0A"), Text(150, u'x') + u", 10 pt");
 }
 
+TEST(FontText, FitsTheRoomItAsksFor) {
+    for (const Text& description : {Text(), Text(u"\x0A"), Text(u"A\u10FF"), Text(200, u'x') + u"\u10FF"}) {
+        const Text whole = FontTextOf(description, 1000);
+        EXPECT_EQ(FontTextOf(description, FontTextRoom(description.c_str())), whole);
+    }
+}
+
 TEST(FontText, ALongFaceLosesItsEndAndKeepsTheSize) {
     EXPECT_EQ(FontTextOf(Text(300, u'x') + u"\x0A", 20), Text(12, u'x') + u", 10 pt");
     EXPECT_EQ(FontTextOf(u"Courier New\u100E", 8), u", 14 pt");

@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstring>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -141,6 +144,82 @@ TEST_F(FontChooser, EveryFamilyIsListedOnceInOrder) {
                 << i;
         }
     });
+}
+
+int CALLBACK Collect(const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM names) {
+    reinterpret_cast<std::set<std::wstring>*>(names)->insert(font->lfFaceName);
+    return TRUE;
+}
+
+std::set<std::wstring> FamiliesOfTheScreen() {
+    std::set<std::wstring> families;
+    const HDC screen = GetDC(nullptr);
+    EnumFontFamiliesW(screen, nullptr, Collect, reinterpret_cast<LPARAM>(&families));
+    ReleaseDC(nullptr, screen);
+    return families;
+}
+
+// A copy of Tahoma that says it has Japanese characters: the system offers such a font on its side too, under
+// a name that begins with @. Gone again with this object.
+class JapaneseTahoma {
+  public:
+    JapaneseTahoma() {
+        wchar_t folder[MAX_PATH] = {};
+        GetTempPathW(MAX_PATH, folder);
+        path_ = std::wstring(folder) + L"nira-test-font.ttf";
+        std::vector<BYTE> font = BytesOfTahoma();
+        MarkJapanese(&font);
+        FILE* file = _wfopen(path_.c_str(), L"wb");
+        fwrite(font.data(), 1, font.size(), file);
+        fclose(file);
+        EXPECT_GT(AddFontResourceExW(path_.c_str(), FR_PRIVATE, nullptr), 0);
+    }
+    ~JapaneseTahoma() {
+        RemoveFontResourceExW(path_.c_str(), FR_PRIVATE, nullptr);
+        DeleteFileW(path_.c_str());
+    }
+    JapaneseTahoma(const JapaneseTahoma&) = delete;
+    JapaneseTahoma& operator=(const JapaneseTahoma&) = delete;
+
+  private:
+    static std::vector<BYTE> BytesOfTahoma() {
+        const HFONT tahoma = CreateFontW(-16, 0, 0, 0, 400, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, L"Tahoma");
+        const HDC screen = GetDC(nullptr);
+        const HGDIOBJ before = SelectObject(screen, tahoma);
+        std::vector<BYTE> bytes(GetFontData(screen, 0, 0, nullptr, 0));
+        GetFontData(screen, 0, 0, bytes.data(), static_cast<DWORD>(bytes.size()));
+        SelectObject(screen, before);
+        ReleaseDC(nullptr, screen);
+        DeleteObject(tahoma);
+        return bytes;
+    }
+    static void MarkJapanese(std::vector<BYTE>* font) {
+        constexpr size_t kDirectory = 12;
+        constexpr size_t kEntry = 16;
+        constexpr size_t kCodePages = 78;  // in the table OS/2; big-endian
+        BYTE* bytes = font->data();
+        for (size_t i = 0; i < bytes[5]; ++i) {
+            const BYTE* entry = bytes + kDirectory + i * kEntry;
+            if (std::memcmp(entry, "OS/2", 4) != 0) continue;
+            const size_t table =
+                size_t{entry[8]} << 24 | size_t{entry[9]} << 16 | size_t{entry[10]} << 8 | entry[11];
+            bytes[table + kCodePages + 1] |= 0x02;  // bit 17
+        }
+    }
+
+    std::wstring path_;
+};
+
+TEST_F(FontChooser, EveryFamilyOfTheScreenIsListedAlsoOnItsSide) {
+    const JapaneseTahoma font;
+    const std::set<std::wstring> families = FamiliesOfTheScreen();
+    EXPECT_EQ(families.count(L"@Tahoma"), 1u);
+    const std::u16string chosen = Run(u"@Tahoma\x100C", [&](HWND dialog) {
+        const std::vector<std::wstring> faces = Faces(dialog);
+        EXPECT_EQ(std::set<std::wstring>(faces.begin(), faces.end()), families);
+        Confirm(dialog);
+    });
+    EXPECT_EQ(chosen, u"@Tahoma\x100C") << "a description comes out as it went in";
 }
 
 TEST_F(FontChooser, AFontThatIsGoneLeavesTheFirstFaceSelected) {

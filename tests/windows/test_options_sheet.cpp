@@ -487,6 +487,13 @@ TEST_F(OptionsSheet, AnEncodingThatIsGoneBecomesTheFirstOnceThePageIsConfirmed) 
     EXPECT_EQ(Stored(L"DefaultEncoding"), L"ANSI");
 }
 
+TEST_F(OptionsSheet, AFontIsDescribedWhateverTheLengthOfItsName) {
+    MemFree(nullptr, TheOptions().font);
+    const std::u16string face(200, u'f');
+    TheOptions().font = MemStrDup(nullptr, (face + u"\u100E").c_str());
+    Run([&] { EXPECT_EQ(TextOf(Control(IDC_FORMAT_FONT)), std::wstring(200, L'f') + L", 14 pt"); });
+}
+
 // ---- numbers out of range ----
 
 TEST_F(OptionsSheet, AWrongNumberKeepsThePageAndIsSelected) {
@@ -533,6 +540,57 @@ TEST_F(OptionsSheet, TheSecondFieldIsLookedAtWhenTheFirstIsRight) {
         EXPECT_EQ(GetFocus(), Control(IDC_EDITOR_HISTORY_SIZE));
     });
     EXPECT_EQ(TheOptions().undoSize, 100u);
+}
+
+struct TypedField {
+    int page;
+    int control;
+    const wchar_t* value;
+    const wchar_t* message;
+};
+
+constexpr TypedField kTypedFields[] = {
+    {kEditor, IDC_EDITOR_UNDO_SIZE, L"undoSize", L"Undo history size must be in range 1-256"},
+    {kEditor, IDC_EDITOR_HISTORY_SIZE, L"HistLen", L"Find history size must be in range 1-100"},
+    {kIndent, IDC_INDENT_TAB_SIZE, L"tabSize", L"Tab size must be in range 1-64"},
+};
+
+TEST_F(OptionsSheet, EveryNumberIsRefusedUnlessItIsInRange) {
+    const wchar_t* const wrong[] = {
+        L"",    L"   ", L"many", L"x7",  L"0",   L"-7",         L"--7",
+        L"+-7", L"- 7", L"+",    L"257", L"0x7", L"4294967303", L"99999999999999999999999999999999"};
+    for (const TypedField& field : kTypedFields) {
+        Run([&] {
+            Show(field.page);
+            for (const wchar_t* text : wrong) {
+                boxes.clear();
+                Type(field.control, text);
+                ExpectBox();
+                Show(kWords);
+                EXPECT_EQ(ShownPage(), field.page) << text;
+                ASSERT_EQ(boxes.size(), 1u) << text;
+                EXPECT_EQ(boxes[0], field.message);
+            }
+            Type(field.control, L"1");
+        });
+        EXPECT_FALSE(IsStored(field.value));
+    }
+}
+
+TEST_F(OptionsSheet, EveryNumberMayHaveBlanksASignAndLettersAroundIt) {
+    for (const TypedField& field : kTypedFields) {
+        for (const wchar_t* text :
+             {L"7", L"  7", L"\t7", L"+7", L" +7", L"0000000007", L"7 KB", L"7x9", L"7.9", L"7-1"}) {
+            Run([&] {
+                Show(field.page);
+                Type(field.control, L"5");
+                Type(field.control, text);
+                Confirm();
+            });
+            EXPECT_EQ(StoredNumber(field.value), 7u) << text;
+            RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\NIRA");
+        }
+    }
 }
 
 TEST_F(OptionsSheet, SettingsThatCannotBeStoredStayInEffect) {

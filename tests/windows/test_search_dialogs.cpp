@@ -178,10 +178,10 @@ class SearchDialogWindow : public EditorWindowTest {
     bool Find(std::function<void(HWND)> steps) const { return Run(AskForFind, std::move(steps)); }
     bool Replace(std::function<void(HWND)> steps) const { return Run(AskForReplace, std::move(steps)); }
 
-    static void Store(const wchar_t* name, const std::wstring& units) {
+    static void Store(const wchar_t* name, const std::wstring& units, DWORD type = REG_MULTI_SZ) {
         HKEY key = nullptr;
         RegCreateKeyExW(HKEY_CURRENT_USER, kKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
-        RegSetValueExW(key, name, 0, REG_MULTI_SZ, reinterpret_cast<const BYTE*>(units.data()),
+        RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE*>(units.data()),
                        static_cast<DWORD>(units.size() * sizeof(wchar_t)));
         RegCloseKey(key);
     }
@@ -554,7 +554,63 @@ TEST_F(SearchDialogWindow, AListOfLengthZeroIsStoredEmpty) {
     EXPECT_EQ(Stored(L"FindHist"), Units(L"", 1));
 }
 
+TEST_F(SearchDialogWindow, AHistoryOfAnotherTypeIsNoneAndIsReplaced) {
+    for (const DWORD type : {DWORD{REG_SZ}, DWORD{REG_BINARY}, DWORD{REG_DWORD}}) {
+        SCOPED_TRACE(type);
+        Store(L"FindHist", Units(L"c\0", 2), type);
+        EXPECT_TRUE(Find([](HWND dialog) {
+            EXPECT_EQ(Listed(dialog, IDC_PATTERN), std::vector<std::wstring>{});
+            Put(dialog, IDC_PATTERN, L"d");
+            Press(dialog, IDOK);
+        }));
+        EXPECT_EQ(Stored(L"FindHist"), Units(L"d\0", 3));
+    }
+}
+
+TEST_F(SearchDialogWindow, AHistoryWithoutItsFinalZerosIsReadToItsEndAndStoredWhole) {
+    Store(L"FindHist", Units(L"ab\0cd", 5));
+    EXPECT_TRUE(Find([](HWND dialog) {
+        EXPECT_EQ(Listed(dialog, IDC_PATTERN), (std::vector<std::wstring>{L"ab", L"cd"}));
+        Put(dialog, IDC_PATTERN, L"e");
+        Press(dialog, IDOK);
+    }));
+    EXPECT_EQ(Stored(L"FindHist"), Units(L"e\0ab\0cd\0", 9));
+}
+
+TEST_F(SearchDialogWindow, OfAHundredThousandEntriesTheListTakesWhatTheOptionsKeep) {
+    std::wstring entries;
+    for (int i = 0; i < 100000; ++i) entries += std::to_wstring(i) + L'\0';
+    Store(L"FindHist", entries + L'\0');
+    TheOptions().histLen = 4000000000;
+    EXPECT_TRUE(Find([](HWND dialog) {
+        const auto count = [&] { return SendMessageW(Item(dialog, IDC_PATTERN), CB_GETCOUNT, 0, 0); };
+        EXPECT_EQ(count(), 100000);
+        Put(dialog, IDC_PATTERN, L"new");
+        Press(dialog, IDOK);
+    }));
+    EXPECT_TRUE(Stored(L"FindHist") == Units(L"new\0", 4) + entries + L'\0');
+    TheOptions().histLen = 2;
+    EXPECT_TRUE(Find([](HWND dialog) {
+        EXPECT_EQ(Listed(dialog, IDC_PATTERN), (std::vector<std::wstring>{L"new", L"0"}));
+        Put(dialog, IDC_PATTERN, L"x");
+        Press(dialog, IDOK);
+    }));
+    EXPECT_EQ(Stored(L"FindHist"), Units(L"x\0new\0", 7));
+}
+
 // ---- patterns that people rarely type ----
+
+TEST_F(SearchDialogWindow, ASelectionOfSeveralLinesIsProposedWithItsLineEndsAndNeverFound) {
+    Fill(u"one\ntwo\none\ntwo");
+    Select(0, 1, 1, 2);
+    EXPECT_TRUE(Find([](HWND dialog) {
+        EXPECT_EQ(ItemText(dialog, IDC_PATTERN), L"ne\r\ntw");
+        Press(dialog, IDOK);
+    }));
+    EXPECT_STREQ(ToWide(TheSearchState().pattern), L"ne\r\ntw");
+    EXPECT_FALSE(FindNext(editor_));
+    EXPECT_EQ(Stored(L"FindHist"), Units(L"ne\r\ntw\0", 8));
+}
 
 void PutOnClipboard(const std::wstring& text) {
     ASSERT_TRUE(OpenClipboard(nullptr));
