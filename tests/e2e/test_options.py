@@ -34,24 +34,32 @@ class Sheet:
         found = [window for window in nira_driver.windows() if window.text == "Options" and window.texts("Button")]
         return found[0] if found else None
 
+    def children(self):
+        # A sheet that is changing pages on a busy machine does not tell its texts in time now and then.
+        return nira_driver.wait_for("Options sheet", self._find).children
+
     def controls(self, kind):
         """The controls of the shown page of that class, from top to bottom."""
-        found = [child for child in self._find().children if child.kind == kind]
+        found = [child for child in self.children() if child.kind == kind]
         return sorted(found, key=lambda child: (child.top, child.left))
 
     def named(self, text):
-        found = [child for child in self._find().children if child.text == text and child.kind == "Button"]
-        assert len(found) == 1, (text, self._find())
+        def look():
+            return [child for child in self.children() if child.text == text and child.kind == "Button"]
+        found = nira_driver.wait_for(f"button '{text}'", look)
+        assert len(found) == 1, (text, found)
         return found[0]
 
-    def show(self, page):
+    def show(self, page, keys="ctrl+Tab", step=1):
         while self.page != page:
-            key("ctrl+Tab")
-            self.page = (self.page + 1) % 4
+            key(keys)
+            self.page = (self.page + step) % 4
         title = ("Format", "Editor", "Words", "Indent")[page]
-        nira_driver.wait_for(f"page {title}",
-                             lambda: any(child.kind == "#32770" and child.text == title
-                                         for child in self._find().children))
+        nira_driver.wait_for(f"page {title}", lambda: any(child.kind == "#32770" and child.text == title
+                                                          for child in self.children()))
+
+    def show_back(self, page):
+        self.show(page, "ctrl+shift+Tab", -1)
 
     def tap(self, control):
         click((control.left + control.right) // 2, (control.top + control.bottom) // 2)
@@ -577,6 +585,117 @@ def test_cancel_after_choosing_a_font_keeps_the_old_one(opened):
     sheet.wait_end()
     assert caret(nira) == before
     assert nira_driver.values(SETTINGS) == {}
+
+
+# ---- all of them
+
+EVERY_COLOR = {"textFore": 0x00C02010, "textBack": 0x00E8FFF0, "selFore": 0x0010FFFF, "selBack": 0x00204080}
+EVERY_CHANGE = stored(
+    Font="Courier New\u1114", WordSeparator="-", safeSave=1, undoSize=1, bomSave=0, stopWordEnd=1, tabSize=8,
+    keepIndent=1, PasteMode=1, SmartBase=1, HistLen=2, WordWrapDefault=1, defaultEncoding="UTF-8",
+) | {name: (NUMBER, struct.pack("<I", color)) for name, color in EVERY_COLOR.items()}
+
+
+def change_everything(sheet):
+    """Page by page, the way back from the first page to the last by its own keys."""
+    choose_font(sheet, 20, "Bold")
+    rows = sheet.controls("ListBox")[0]
+    fore, back = color_buttons(sheet)
+    pick_color(sheet, fore, EVERY_COLOR["textFore"])
+    pick_color(sheet, back, EVERY_COLOR["textBack"])
+    click(rows.left + 30, rows.bottom - 12)
+    pick_color(sheet, fore, EVERY_COLOR["selFore"])
+    pick_color(sheet, back, EVERY_COLOR["selBack"])
+    sheet.show_back(INDENT)
+    sheet.type(0, "8")
+    for button in ("Keep indent", "Smart", "Minimum"):
+        sheet.press(button)
+    sheet.show_back(WORDS)
+    sheet.type(0, "-")
+    sheet.press("Stop at end of word")
+    sheet.show_back(EDITOR)
+    sheet.type(0, "1")
+    sheet.type(1, "2")
+    for button in ("Safe save", "Save Unicode cookie", "Line wrap by default"):
+        sheet.press(button)
+    choose_encoding(sheet, "UTF-8")
+
+
+def choose_encoding(sheet, name):
+    sheet.tap(sheet.controls("ComboBox")[0])
+    key("Home")
+    while sheet.controls("ComboBox")[0].text != name:
+        before = sheet.controls("ComboBox")[0].text
+        key("Down")
+        nira_driver.wait_for("the next encoding", lambda: sheet.controls("ComboBox")[0].text != before)
+    key("Return")
+
+
+def check_looks(nira):
+    """Tab size and font by the caret, the four colors by the pixels of a letter, plain and selected."""
+    key("ctrl+Home", "Right")
+    behind_tab = caret(nira)[0]
+    key("Right")
+    width = caret(nira)[0] - behind_tab
+    assert width > CHAR_WIDTH and behind_tab == 8 * width
+    area = editor(nira)
+
+    def letter():
+        time.sleep(0.3)
+        return area_colors(area.left + behind_tab + 3, area.top, width - 3, 20)
+
+    key("ctrl+Home")
+    assert {EVERY_COLOR["textFore"], EVERY_COLOR["textBack"]} <= letter()
+    key("shift+End")
+    assert {EVERY_COLOR["selFore"], EVERY_COLOR["selBack"]} <= letter()
+
+
+def check_editing(nira, path):
+    """Words, indentation, safe save, the encoding proposed, the histories and the undo limit."""
+    key("ctrl+Home", "Right", "ctrl+Right")
+    type_text("1")
+    key("End", "Return")
+    type_text("k")
+    inode = path.stat().st_ino
+    with path.open("rb"):  # held open, the old file keeps its number
+        assert saved(nira, path) == b"\tone1-two three\r\n\tk\r\n"
+        assert path.stat().st_ino != inode
+    key("ctrl+o")
+    nira_driver.wait_for("Open with that encoding", lambda: any(
+        "UTF-8" in window.texts("ComboBox") for window in nira_driver.windows()))
+    key("Escape")
+    nira_driver.wait_for("the editor's turn", lambda: nira.window().enabled)
+    for letter in "one":
+        key("ctrl+Home", "ctrl+f")
+        nira_driver.wait_for("Find", lambda: any(window.texts("ComboBox") for window in nira_driver.windows()))
+        key("Home", "shift+End")
+        type_text(letter)
+        key("Return")
+        nira_driver.wait_for("the hit", lambda: nira.window().enabled)
+    assert nira_driver.values(SETTINGS)["FindHist"][1] == "e\0n\0\0".encode("utf-16-le")
+    key("ctrl+End")
+    type_text("x" * 60)
+    key(*["ctrl+z"] * 60)
+    assert saved(nira, path).endswith(b"k\r\n" + b"x" * 9)
+
+
+def test_every_setting_is_stored_and_in_effect_at_once_and_after_a_restart(opened, start):
+    content = b"\tone-two three\r\n"
+    nira, path = opened(content)
+    sheet = Sheet(nira)
+    change_everything(sheet)
+    sheet.confirm()
+    assert nira_driver.values(SETTINGS) == EVERY_CHANGE
+    check_looks(nira)
+    check_editing(nira, path)
+    path.write_bytes(content)
+    again = restarted(nira, start, path)
+    check_looks(again)
+    check_editing(again, path)
+    Sheet(again).confirm()  # what was read is what is written
+    now = nira_driver.values(SETTINGS)
+    del now["FindHist"]
+    assert now == EVERY_CHANGE
 
 
 # ---- odd settings

@@ -2,6 +2,8 @@
 
 What is found is read through the clipboard's detour: it is cut, and the file that is saved then lacks it.
 """
+import time
+
 import nira_driver
 import pytest
 from nira_driver import key, type_text
@@ -211,6 +213,30 @@ def test_replace_all_counts_and_stays_open(opened, way):
     assert path.read_bytes() == b"one dog, condog\r\ntwo dog\r\nthree dog_x\r\n"
     assert history() == "cat\0\0"
     assert history("ReplaceHist") == "dog\0\0"
+
+
+def test_esc_stops_a_replace_all_that_feeds_on_itself(opened):
+    nira, path = opened(b"x\r\n")
+    replace_dialog("x", "xx")
+    key("alt+a")
+    time.sleep(1.5)
+    # It is still at it, and its window answers.
+    assert nira.dialog("Information") is None
+    assert dialog("Replace").texts("Edit") == ["x", "xx"]
+    key("Escape")
+    box = nira.wait_box("Information")
+    count = next(int(text.split()[0]) for text in box.texts("Static") if text.endswith(" occurrences replaced"))
+    assert count > 1000
+    nira.answer(box, "OK")
+    dialog("Replace")
+    key("Escape")
+    wait_gone("Replace")
+    for left in (count + 1, count):
+        key("ctrl+s")
+        nira.wait_title("notes.txt")
+        assert path.read_bytes() == b"x" * left + b"\r\n"
+        key("ctrl+z", "ctrl+z")  # the last replacement
+        nira.wait_title("notes.txt *")
 
 
 def test_the_history_keeps_its_order_over_a_restart(opened, start):
