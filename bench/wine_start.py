@@ -1,6 +1,6 @@
 """How long a Windows program takes from its start until its text is on the screen: NIRA with a file of 100 MB, and
 Wine's own notepad with one of 4 MB. How long a key takes until it is painted, in a large and a small document. And
-how long Replace All takes by its dialog.
+how long Replace All takes by its dialog. And what a step takes with 2,000 and with 200 documents open.
 
     wine_start.py SCREEN FOLDER REPETITIONS      (by bench/wine_start.sh)
 
@@ -99,6 +99,20 @@ def listing_times(folder):
         return [float(number) * 1e-6 for number in output.read().split()]
 
 
+def document_times(folder, count):
+    """The steps of bench/documents_win.cpp with that many documents, by name."""
+    names = ("opening", "next", "list", "saving", "closing", "leaving")
+    with tempfile.TemporaryFile() as output, tempfile.TemporaryDirectory(dir=folder) as place:
+        for number in range(count):
+            with open(os.path.join(place, f"{number}.txt"), "wb") as file:
+                file.write(b"a line of text\r\n" * 40)
+        subprocess.run(["wine", os.path.join(ROOT, "build/windows/bench/nira_bench_documents.exe"),
+                        windows_path(os.path.join(ROOT, "build/windows/nira.exe")), windows_path(place), str(count)],
+                       check=True, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.DEVNULL)
+        output.seek(0)
+        return dict(zip(names, (float(number) * 1e-6 for number in output.read().split())))
+
+
 def main():
     screen = Screen(sys.argv[1])
     folder, repetitions = sys.argv[2], int(sys.argv[3])
@@ -115,9 +129,10 @@ def main():
         times["keys_small"].append(key_time(folder, "log10k.txt"))
         times["replace"].append(replace_time(folder))
     times["listing"], times["bare_listing"] = ([time] for time in listing_times(folder))
+    documents = {"many_documents": document_times(folder, 2000), "few_documents": document_times(folder, 200)}
     keeper.stdin.close()
     keeper.wait()
-    print(json.dumps({name: statistics.median(values) for name, values in times.items()}))
+    print(json.dumps({name: statistics.median(values) for name, values in times.items()} | documents))
 
 
 if __name__ == "__main__":

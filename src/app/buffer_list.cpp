@@ -39,8 +39,23 @@ uint32_t ItemPosition(MenuHandle popup, int index) {
 void MarkInMenu(int index) {
     if (index < 0) return;
     const MenuHandle popup = BuffersPopup();
-    const int last = TheAppState().bufferCount - 1;
-    MenuCheckRadioAt(popup, ItemPosition(popup, 0), ItemPosition(popup, last), ItemPosition(popup, index));
+    const uint32_t first = ItemPosition(popup, 0);
+    const auto last = static_cast<uint32_t>(TheAppState().bufferCount - 1);
+    MenuCheckRadioAt(popup, first, first + last, first + static_cast<uint32_t>(index));
+}
+
+// Leaves the item as it is when memory ran out.
+void SetItemText(MenuHandle popup, uint32_t position, const Editor* buffer) {
+    char16_t* title = BufferTitle(buffer);
+    if (title == nullptr) return;
+    const size_t length = Utf16Length(title);
+    char16_t* shown = nullptr;
+    if (Guarded([&] { shown = MemAllocArray<char16_t>(nullptr, MenuTextUnits(length)); })) {
+        CopyToMenuText(shown, title, length);
+        MenuSetTextAt(popup, position, shown);
+        MemFree(nullptr, shown);
+    }
+    MemFree(nullptr, title);
 }
 
 bool ResizeArray(int count) {
@@ -198,17 +213,18 @@ char16_t* BufferTitle(const Editor* buffer) {
 }
 
 void SetBufferMenuText(int index, const Editor* buffer) {
-    char16_t* title = BufferTitle(buffer);
-    if (title == nullptr) return;
-    const size_t length = Utf16Length(title);
-    char16_t* shown = nullptr;
-    if (Guarded([&] { shown = MemAllocArray<char16_t>(nullptr, MenuTextUnits(length)); })) {
-        const MenuHandle popup = BuffersPopup();
-        CopyToMenuText(shown, title, length);
-        MenuSetTextAt(popup, ItemPosition(popup, index), shown);
-        MemFree(nullptr, shown);
+    const MenuHandle popup = BuffersPopup();
+    SetItemText(popup, ItemPosition(popup, index), buffer);
+}
+
+void UpdateBufferMenuTexts() {
+    const AppState& app = TheAppState();
+    // Once for all: the bar is asked for its pop-up by a message, which takes longer than setting a text.
+    const MenuHandle popup = BuffersPopup();
+    const uint32_t first = ItemPosition(popup, 0);
+    for (int i = 0; i < app.bufferCount; ++i) {
+        SetItemText(popup, first + static_cast<uint32_t>(i), app.buffers[i]);
     }
-    MemFree(nullptr, title);
 }
 
 void UpdateMainTitle() {
@@ -221,13 +237,24 @@ void UpdateMainTitle() {
 }
 
 void RemoveBuffer(int index) {
+    TakeBufferOut(index);
+    RenumberBufferItems(index);
+}
+
+void TakeBufferOut(int index) {
     AppState& app = TheAppState();
     const MenuHandle popup = BuffersPopup();
     MenuDeletePosition(popup, ItemPosition(popup, index));
     std::copy(app.buffers + index + 1, app.buffers + app.bufferCount, app.buffers + index);
     --app.bufferCount;
-    for (int i = index; i < app.bufferCount; ++i) MenuSetIdAt(popup, ItemPosition(popup, i), ItemId(i));
     TrimArray();
+}
+
+void RenumberBufferItems(int index) {
+    const MenuHandle popup = BuffersPopup();
+    const int count = TheAppState().bufferCount;
+    const uint32_t first = ItemPosition(popup, 0);
+    for (int i = index; i < count; ++i) MenuSetIdAt(popup, first + static_cast<uint32_t>(i), ItemId(i));
 }
 
 }  // namespace nira

@@ -51,11 +51,19 @@ char16_t* BufferName(const Editor* buffer);
 // as it is when memory ran out.
 void SetBufferMenuText(int index, const Editor* buffer);
 
+// The same for all documents.
+void UpdateBufferMenuTexts();
+
 // Makes the shown document's title the caption of the main window. Without one the caption stays.
 void UpdateMainTitle();
 
 // Takes a document out of the list and its item out of the menu; later ones move down by one and keep their
 // texts. The document is the caller's now. Neither shows another document nor fails.
 void RemoveBuffer(int index);
+
+// The two halves of it. Between them the items from `index` on have the identifiers of other documents, so no
+// menu may open; who takes many out renumbers once, instead of walking through the rest for each.
+void TakeBufferOut(int index);
+void RenumberBufferItems(int index);
 
 }  // namespace nira

@@ -83,9 +83,26 @@ bool SaveForClosing(Editor* buffer) {
 
 bool MayClose(Editor* buffer) {
     if (!HasUnsavedText(buffer)) return true;
+    if (buffer != TheWindowState().currentEditor) ActivateBuffer(buffer);
     const int answer = PromptSaveChanges(buffer);
     if (answer == kAnswerCancel) return false;
     return answer != kAnswerYes || SaveForClosing(buffer);
+}
+
+void NoteAsRecent(const Editor* buffer) {
+    if (buffer->path != nullptr) AddRecentFile(buffer->path, buffer->codecId);
+}
+
+// Closes one of many. Nothing is shown behind it, and the items behind it keep their identifiers: with
+// thousands of documents, painting each and walking through all items for each is what takes the time.
+bool CloseWithoutSuccessor(int index) {
+    Editor* buffer = TheAppState().buffers[index];
+    if (!MayClose(buffer)) return false;
+    NoteAsRecent(buffer);
+    SetCurrentEditor(nullptr);
+    TakeBufferOut(index);
+    EditorDestroy(buffer);
+    return true;
 }
 
 }  // namespace
@@ -136,7 +153,7 @@ int CloseBuffer(int index, bool exiting) {
     if (index < 0 || index >= app.bufferCount) return 0;
     Editor* buffer = app.buffers[index];
     if (!MayClose(buffer)) return 0;
-    if (buffer->path != nullptr) AddRecentFile(buffer->path, buffer->codecId);
+    NoteAsRecent(buffer);
     RemoveBuffer(index);
     if (app.bufferCount > 0) {
         ActivateBuffer(app.buffers[0]);
@@ -150,12 +167,16 @@ int CloseBuffer(int index, bool exiting) {
 }
 
 int CloseAllBuffers(bool exiting) {
-    int result = 1;
-    for (int left = TheAppState().bufferCount; left > 0 && result != 0; --left) {
+    const AppState& app = TheAppState();
+    if (app.bufferCount == 0) return 1;
+    bool closed = true;
+    while (closed && app.bufferCount > 0) {
         const int shown = BufferIndex(TheWindowState().currentEditor);
-        result = CloseBuffer(std::max(shown, 0), exiting);
+        closed = CloseWithoutSuccessor(std::max(shown, 0));
     }
-    return result;
+    RenumberBufferItems(0);
+    if (app.bufferCount == 0 && !exiting) NewBuffer();
+    return closed ? 1 : 0;
 }
 
 }  // namespace nira

@@ -1,4 +1,3 @@
-#include "app/app_state.h"
 #include "app/buffer_list.h"
 #include "app/menu_state.h"
 #include "app/services/notices.h"
@@ -44,10 +43,9 @@ void PrepareEdit(MenuHandle popup) {
 }
 
 void PrepareBuffers(MenuHandle popup) {
-    const AppState& app = TheAppState();
     const Editor* shown = TheWindowState().currentEditor;
     Check(ToHmenu(popup), CMD_TOGGLE_WRAP, shown != nullptr && shown->wordWrap != 0);
-    for (int i = 0; i < app.bufferCount; ++i) SetBufferMenuText(i, app.buffers[i]);
+    UpdateBufferMenuTexts();
 }
 
 void PrepareNavigate(MenuHandle popup) {

@@ -408,6 +408,56 @@ TEST_F(BufferSavingTest, ExitLeavesNoDocument) {
     CheckList();
 }
 
+TEST_F(BufferSavingTest, CloseAllPaintsOnlyWhatItAsksAboutAndWhatIsLeft) {
+    static std::vector<std::u16string> painted;
+    for (int i = 0; i < 5; ++i) NewBuffer();
+    OpenModified("a.txt");
+    NewBuffer();
+    ActivateBufferById(CMD_BUFFER_FIRST);
+    painted.clear();
+    TheEditorEvents().repaint = [](Editor* editor) {
+        painted.push_back(editor->path != nullptr ? editor->displayName : u"untitled");
+    };
+    MessageScript({kAnswerNo});
+
+    EXPECT_EQ(CloseAllBuffers(false), 1);
+
+    EXPECT_EQ(painted, (Texts{u"a.txt", u"untitled"}));
+    EXPECT_EQ(Caption(), u"Untitled7");
+    CheckList();
+}
+
+TEST_F(BufferSavingTest, CancelledCloseAllLeavesANumberedListBehindTheCleanDocuments) {
+    for (int i = 0; i < 4; ++i) NewBuffer();
+    OpenModified("a.txt");
+    NewBuffer();
+    NewBuffer();
+    ActivateBufferById(CMD_BUFFER_FIRST + 1);
+    MessageScript({kAnswerCancel});
+
+    EXPECT_EQ(CloseAllBuffers(true), 0);
+
+    EXPECT_EQ(MenuTexts(), (Texts{u"a.txt *", u"Untitled5", u"Untitled6"}));
+    EXPECT_EQ(Caption(), u"a.txt *");
+    CheckList();
+}
+
+// With ten times as many documents ten times as much, and not a hundred times.
+TEST_F(BufferSavingTest, TheWorkOfCloseAllInTheMenuGrowsNoFasterThanTheList) {
+    const auto workWith = [this](int documents) {
+        while (BufferCount() < documents) NewBuffer();
+        const uint64_t before = popup_.itemsTouched;
+        EXPECT_EQ(CloseAllBuffers(false), 1);
+        return popup_.itemsTouched - before;
+    };
+    const uint64_t few = workWith(200);
+    const uint64_t many = workWith(2000);
+
+    EXPECT_GE(few, 200u);
+    EXPECT_LT(many, 11 * few);
+    CheckList();
+}
+
 TEST_F(BufferSavingTest, ExitWithNothingLeftAsksNothing) {
     EXPECT_EQ(CloseAllBuffers(true), 1);
 

@@ -6,6 +6,19 @@ namespace nira {
 
 namespace {
 
+// True when the bar has these parts already.
+bool ShowsAlready(HWND window, int bar, const SCROLLINFO& wanted) {
+    SCROLLINFO now = {};
+    now.cbSize = sizeof(now);
+    now.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    if (!GetScrollInfo(window, bar, &now)) return false;
+    return ((wanted.fMask & SIF_RANGE) == 0 || (now.nMin == wanted.nMin && now.nMax == wanted.nMax)) &&
+           ((wanted.fMask & SIF_PAGE) == 0 || now.nPage == wanted.nPage) &&
+           ((wanted.fMask & SIF_POS) == 0 || now.nPos == wanted.nPos);
+}
+
+// A bar is drawn with every call, put together from the pictures of a theme, which takes longer than painting
+// all of the text. Most calls change nothing.
 void SetScroll(WindowHandle window, SurfaceBar bar, UINT parts, int32_t maximum, int32_t page,
                int32_t position) {
     if (window == nullptr) return;
@@ -15,7 +28,8 @@ void SetScroll(WindowHandle window, SurfaceBar bar, UINT parts, int32_t maximum,
     info.nMax = maximum;
     info.nPage = static_cast<UINT>(page > 0 ? page : 0);
     info.nPos = position;
-    SetScrollInfo(ToHwnd(window), bar == SurfaceBar::kHorizontal ? SB_HORZ : SB_VERT, &info, TRUE);
+    const int which = bar == SurfaceBar::kHorizontal ? SB_HORZ : SB_VERT;
+    if (!ShowsAlready(ToHwnd(window), which, info)) SetScrollInfo(ToHwnd(window), which, &info, TRUE);
 }
 
 // Asks the window under the pointer for its shape, as the system does when the pointer moves.
