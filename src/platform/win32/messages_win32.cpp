@@ -2,6 +2,7 @@
 
 #include "base/utf16.h"
 #include "platform/win32/casts.h"
+#include "shell/box_fit.h"
 
 namespace nira {
 
@@ -28,11 +29,11 @@ static_assert(kAnswerOk == IDOK && kAnswerCancel == IDCANCEL && kAnswerYes == ID
 }  // namespace
 
 int ShowMessage(WindowHandle owner, const char16_t* text, const char16_t* caption, MessageKind kind) {
-    if (owner != nullptr) return MessageBoxW(ToHwnd(owner), ToWide(text), ToWide(caption), StyleOf(kind));
+    if (owner != nullptr) return shell::ShowBox(ToHwnd(owner), ToWide(text), ToWide(caption), StyleOf(kind));
     // Nobody's box still keeps the person from the program's windows, which could come to lie over it; and
     // when it goes, no owner gets the keyboard back.
     const HWND focus = GetFocus();
-    const int answer = MessageBoxW(nullptr, ToWide(text), ToWide(caption), StyleOf(kind) | MB_TASKMODAL);
+    const int answer = shell::ShowBox(nullptr, ToWide(text), ToWide(caption), StyleOf(kind) | MB_TASKMODAL);
     if (IsWindow(focus)) {
         SetForegroundWindow(GetAncestor(focus, GA_ROOT));
         SetFocus(focus);
