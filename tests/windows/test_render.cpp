@@ -1,4 +1,6 @@
 // What is really painted: pixels read back from the editor window.
+#include <algorithm>
+#include <array>
 #include <random>
 
 #include "editor_window_fixture.h"
@@ -245,18 +247,31 @@ TEST_F(Render, APaintThatIsDeferredDrawsNothingAndIsNoted) {
     EXPECT_EQ(Behind(0, 0), kBack);
 }
 
-// Handles count up from the ones in use, so that objects left behind are seen in the next.
+HBITMAP MakeBitmap() { return CreateBitmap(1, 1, 1, 1, nullptr); }
+
 uintptr_t NextBitmap() {
-    const HBITMAP bitmap = CreateBitmap(1, 1, 1, 1, nullptr);
+    const HBITMAP bitmap = MakeBitmap();
     DeleteObject(bitmap);
     return reinterpret_cast<uintptr_t>(bitmap) & 0xFFFF;
 }
+
+// Once the handles that earlier tests gave back are taken, handles count up: objects left behind are seen in
+// the next.
+class TakenHandles {
+  public:
+    TakenHandles() { std::generate(bitmaps_.begin(), bitmaps_.end(), MakeBitmap); }
+    ~TakenHandles() { std::for_each(bitmaps_.begin(), bitmaps_.end(), DeleteObject); }
+
+  private:
+    std::array<HBITMAP, 2000> bitmaps_;
+};
 
 TEST_F(Render, APaintLeavesNoObjectBehind) {
     Fill(u".\t.\r\n...");
     Select(0, 1, 1, 1);
     Paint();
     Send(WM_PAINT);
+    const TakenHandles taken;
     const uintptr_t before = NextBitmap();
     for (int i = 0; i < 50; ++i) {
         Paint();
