@@ -10,8 +10,13 @@
 namespace nira {
 
 // Messages of the main window's own: they cross process boundaries, so that a second instance can talk to it.
-constexpr uint32_t kMessageOpenFile = 0x0400;      // `second` is a path, which is opened
+constexpr uint32_t kMessageOpenFile = 0x0400;      // `second` is a path, which is taken and opened
 constexpr uint32_t kMessageEditorWindow = 0x0401;  // the result is the editor window
+
+// Results of kMessageOpenFile. A path that was taken is opened, at once or when the person has answered what
+// they are being asked. One that was not is still the sender's to care for.
+constexpr intptr_t kPathTaken = 0;
+constexpr intptr_t kNoMemoryForPath = 1;
 
 // Its eleven messages, in the order they are looked up.
 MessageTable MainWindowTable();

@@ -116,23 +116,28 @@ void OpenPath(char16_t* path) {
     EndBusy();
 }
 
-void CALLBACK OpenPendingPaths(HWND window, UINT, UINT_PTR, DWORD) {
+void OpenPendingPaths() {
     while (HasPendingPath() && !MustWait()) OpenPath(TakePendingPath());
+}
+
+void CALLBACK OnPendingPathsTimer(HWND window, UINT, UINT_PTR, DWORD) {
+    OpenPendingPaths();
     if (!HasPendingPath()) KillTimer(window, kPendingPathsTimer);
 }
 
 intptr_t OnOpenFile(WindowHandle window, uint32_t, uintptr_t, intptr_t second) {
-    char16_t* path = nullptr;
-    Guarded([&] { path = MemStrDup(nullptr, reinterpret_cast<const char16_t*>(second)); });
-    if (path == nullptr) return 0;
-    if (!MustWait() && !HasPendingPath()) {
-        OpenPath(path);
-        return 0;
-    }
-    PendPath(path);
+    const auto* path = reinterpret_cast<const char16_t*>(second);
+    if (path == nullptr) return kPathTaken;
+    if (!PendPath(path)) return kNoMemoryForPath;
+    // The other instance may end now. Waiting, it could not tell one that opens a large file, or that shows
+    // the person an error, from one that hangs.
+    ReplyMessage(kPathTaken);
+    OpenPendingPaths();
     // A timer comes through whatever message loop runs when the box has ended.
-    SetTimer(ToHwnd(window), kPendingPathsTimer, kPendingPathsMilliseconds, OpenPendingPaths);
-    return 0;
+    if (HasPendingPath()) {
+        SetTimer(ToHwnd(window), kPendingPathsTimer, kPendingPathsMilliseconds, OnPendingPathsTimer);
+    }
+    return kPathTaken;
 }
 
 intptr_t OnEditorWindow(WindowHandle, uint32_t, uintptr_t, intptr_t) {

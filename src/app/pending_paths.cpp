@@ -16,16 +16,17 @@ int busyDepth = 0;
 
 }  // namespace
 
-void PendPath(char16_t* path) {
+bool PendPath(const char16_t* path) {
     PendingPath* added = nullptr;
-    if (!Guarded([&] { added = MemAllocArray<PendingPath>(nullptr, 1); })) {
-        MemFree(nullptr, path);
-        return;
+    if (!Guarded([&] { added = MemAllocArray<PendingPath>(nullptr, 1); })) return false;
+    if (!Guarded([&] { added->path = MemStrDup(nullptr, path); })) {
+        MemFree(nullptr, added);
+        return false;
     }
-    added->path = path;
     PendingPath** end = &firstPending;
     while (*end != nullptr) end = &(*end)->next;
     *end = added;
+    return true;
 }
 
 char16_t* TakePendingPath() {

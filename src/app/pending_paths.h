@@ -6,8 +6,9 @@
 
 namespace nira {
 
-// Takes ownership of `path` (local heap). Forgets it when memory runs out.
-void PendPath(char16_t* path);
+// Keeps a copy of `path`. False when memory ran out, of which the person has been told: whoever handed the
+// path over still has it.
+bool PendPath(const char16_t* path);
 
 // The path that has waited longest, now the caller's; null when none waits.
 char16_t* TakePendingPath();

@@ -1,4 +1,5 @@
 #include "app/buffer_list.h"
+#include "app/hand_over.h"
 #include "app/main_window.h"
 #include "app/menu_state.h"
 #include "app/pending_paths.h"
@@ -27,9 +28,6 @@ namespace nira {
 
 namespace {
 
-constexpr int kHandOverTries = 100;
-constexpr DWORD kHandOverMilliseconds = 50;
-
 void ConnectEvents() {
     EditorEvents& events = TheEditorEvents();
     events.titleChanged = UpdateMainTitle;
@@ -37,34 +35,6 @@ void ConnectEvents() {
     events.selectionChanged = [](Editor*) { UpdateClipboardButtons(); };
     events.repaint = [](Editor* editor) { PaintEditor(editor, 0); };
     SetRecentFileOpener([](char16_t* path, uint32_t codecIndex) { OpenFileInBuffer(path, codecIndex); });
-}
-
-// The editor window of another instance; null when that instance has ended. One that is just starting has
-// none yet.
-HWND EditorWindowOf(HWND other) {
-    for (int tries = 0; tries < kHandOverTries && IsWindow(other); ++tries) {
-        const LRESULT editor = SendMessageW(other, kMessageEditorWindow, 0, 0);
-        if (editor != 0) return reinterpret_cast<HWND>(editor);
-        Sleep(kHandOverMilliseconds);
-    }
-    return nullptr;
-}
-
-// True when another instance runs: it comes to the front and opens the path. One that ends before it has
-// taken the path does not count.
-bool HandOver(const char16_t* path) {
-    const HWND other = FindWindowW(L"NIRA", nullptr);
-    if (other == nullptr) return false;
-    if (IsIconic(other)) ShowWindow(other, SW_RESTORE);
-    SetForegroundWindow(GetLastActivePopup(other));
-    if (path[0] == 0) return IsWindow(other) != FALSE;
-    // The main window cannot be given a text of another process's memory; the editor window's WM_SETTEXT can.
-    const HWND editor = EditorWindowOf(other);
-    if (editor == nullptr) return IsWindow(other) != FALSE;
-    DWORD_PTR result = 0;
-    // Unlike the plain call this one tells whether the message arrived. It waits as long as it takes.
-    return SendMessageTimeoutW(editor, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path), SMTO_NORMAL, INFINITE,
-                               &result) != 0;
 }
 
 // The person ended the program while files from other instances waited for the end of a question: a new

@@ -1,4 +1,6 @@
 """Several documents at once: their titles, their order, their closing, and the bars and lists around them."""
+import signal
+
 import nira_driver
 import pytest
 from nira_driver import key, type_text
@@ -262,6 +264,48 @@ def test_files_that_come_while_the_program_ends_are_opened_by_a_new_one(opened, 
     # It is no child of this test: it has to be ended as a person ends it.
     key("ctrl+q")
     nira_driver.wait_for("end of the new one", lambda: nira.window() is None)
+
+
+DIALOGS = {"open": ("ctrl+o", "Open file"), "find": ("ctrl+f", "Find"), "options": ("alt+f", "p", "Options")}
+
+
+@pytest.mark.parametrize("dialog", DIALOGS)
+def test_a_file_that_comes_during_a_dialog_waits_for_its_end(opened, start, tmp_path, dialog):
+    nira, _ = opened(b"one\r\n")
+    other = tmp_path / "b.txt"
+    other.write_bytes(b"two\r\n")
+    *keys, title = DIALOGS[dialog]
+    key(*keys)
+    nira.wait_dialog(title)
+    assert start(other).wait_exit() == 0
+    assert nira.dialog(title)
+    assert nira.title() == "notes.txt"
+    key("Escape")
+    nira.wait_title("b.txt")
+    change(nira)
+
+
+def test_a_second_start_beside_one_that_hangs_opens_its_file_itself(opened, start, tmp_path):
+    nira, path = opened(b"one\r\n")
+    change(nira)
+    other = tmp_path / "b.txt"
+    other.write_bytes(b"two\r\n")
+    nira.process.send_signal(signal.SIGSTOP)
+    try:
+        second = start(other)
+        nira_driver.wait_for("second window", lambda: "b.txt" in titles(), 40)
+    finally:
+        nira.process.send_signal(signal.SIGCONT)
+    nira_driver.wait_for("first window", lambda: sorted(titles()) == ["b.txt", "notes.txt *"])
+    # The second one has the keyboard.
+    key("ctrl+q")
+    assert second.wait_exit() == 0
+    assert nira.title() == "notes.txt *"
+    assert path.read_bytes() == b"one\r\n"
+
+
+def titles():
+    return [window.text for window in nira_driver.windows() if window.kind == "NIRA"]
 
 
 def test_undoing_the_change_takes_the_mark_from_the_title(opened):

@@ -12,8 +12,8 @@ namespace nira {
 namespace {
 
 TEST(PendingPaths, AreTakenInTheOrderOfTheirArrival) {
-    PendPath(MemStrDup(nullptr, u"a"));
-    PendPath(MemStrDup(nullptr, u"b"));
+    EXPECT_TRUE(PendPath(u"a"));
+    EXPECT_TRUE(PendPath(u"b"));
 
     for (const char16_t* expected : {u"a", u"b"}) {
         char16_t* path = TakePendingPath();
@@ -24,15 +24,17 @@ TEST(PendingPaths, AreTakenInTheOrderOfTheirArrival) {
     EXPECT_FALSE(HasPendingPath());
 }
 
-TEST(PendingPaths, AreForgottenWhenMemoryRunsOut) {
+TEST(PendingPaths, AreRefusedAndLeaveNothingBehindWhereverMemoryRunsOut) {
     const size_t before = HostHeapLiveBlocks(nullptr);
-    char16_t* path = MemStrDup(nullptr, u"a");
-    FaultScope fault(FaultPoint::kAllocation, {.howMany = kFaultForever});
+    for (uint32_t call = 1; call <= 2; ++call) {
+        FaultScope fault(FaultPoint::kAllocation, {.first = call});
 
-    PendPath(path);
+        EXPECT_FALSE(PendPath(u"a"));
 
-    EXPECT_FALSE(HasPendingPath());
-    EXPECT_EQ(HostHeapLiveBlocks(nullptr), before);
+        EXPECT_EQ(fault.Hits(), 1u);
+        EXPECT_FALSE(HasPendingPath());
+        EXPECT_EQ(HostHeapLiveBlocks(nullptr), before);
+    }
 }
 
 TEST(PendingPaths, BusyTimesNest) {
