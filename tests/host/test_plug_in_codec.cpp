@@ -42,6 +42,7 @@ struct Fake {
     std::u16string name;
     uint32_t createdFor = 0;
     std::vector<int32_t> chunks;
+    ReallocCallback grow = nullptr;  // as the last decode got it
 };
 
 Fake fake;
@@ -79,6 +80,7 @@ uint32_t Decode(void* state, const uint8_t* source, uint32_t size, char16_t** ta
                 int32_t chunk, ReallocCallback grow) {
     const bool wrong = Counted(Place::kDecode);
     fake.chunks.push_back(chunk);
+    fake.grow = grow;
     EXPECT_EQ(state != nullptr, fake.withCreate && fake.grownState);
     if (Goes(wrong, Wrong::kTakesNothing)) return 0;
     if (Goes(wrong, Wrong::kTakesFirstChunkOnly) && chunk != kFirstChunk) return 0;
@@ -134,10 +136,15 @@ class PlugIn : public DocumentTest {
 
     // A library that no test has spoiled.
     void InstallNew() {
+        Replace();
+        InitCodecs();
+    }
+    // Another library behind the same name, in a list that stays.
+    void Replace() {
         static int number = 0;
         path_ = u"C:\\plug-in " + Wide(std::to_string(++number)) + u".dll";
         HostLibraryExport(path_.c_str(), "GetEncoder", reinterpret_cast<LibraryFunction>(GetEncoder));
-        Register(path_);
+        RegistryMemorySetString(RegistryRoot::kLocalMachine, kKey, u"fake", path_.c_str());
     }
     static void Register(const std::u16string& path) {
         RegistryMemorySetString(RegistryRoot::kLocalMachine, kKey, u"fake", path.c_str());
@@ -401,6 +408,26 @@ TEST_F(PlugIn, OtherLibrariesAreStillTrusted) {
     EXPECT_EQ(Text(editor), u"abc");
 }
 
+// Sixteen are remembered. A seventeenth could be called again without anybody knowing.
+TEST_F(PlugIn, NoLibraryIsTrustedOnceSixteenHaveFaulted) {
+    for (int faulted = 0; faulted < 16; ++faulted) {
+        fake.place = Place::kNowhere;
+        Replace();
+        Codec* codec = CreateCodec(5);
+        ASSERT_NE(codec, nullptr) << faulted;
+        EXPECT_TRUE(DestroyCodec(codec));
+        fake.place = Place::kDecode;
+        EXPECT_EQ(LoadBytes("abc"), 0);
+        ExpectMessage(u"Error reading file");
+    }
+    fake.place = Place::kNowhere;
+    Replace();
+    const int runs = HostGuardedRuns();
+    EXPECT_EQ(CreateCodec(5), nullptr);
+    EXPECT_EQ(HostGuardedRuns(), runs);
+    distrusted_ = HostLibrariesLoaded();
+}
+
 // ---- plug-ins that break the contract ----
 
 TEST_F(PlugIn, ThatDecodesWronglyIsAReadError) {
@@ -453,6 +480,28 @@ TEST_F(PlugIn, ABlockOfSomebodyElseNeverReachesTheHeap) {
     ExpectDistrust();
 }
 
+// A thread of the library's own may call at any time.
+TEST_F(PlugIn, GetsNoMemoryOutsideACall) {
+    Stream stream(5);
+    stream.Decode("abc");
+    ASSERT_NE(fake.grow, nullptr);
+    EXPECT_EQ(fake.grow(nullptr, 8), nullptr);
+    EXPECT_EQ(fake.grow(&stranger, 8), nullptr);
+    EXPECT_EQ(stream.Decode("def"), u"def");
+}
+
+// A fault of the program's own, while it makes room, must not pass for one of the library.
+TEST_F(PlugIn, IsNotGuardedWhileTheProgramMakesRoom) {
+    Stream stream(5);
+    const int before = HostUnguardedCallbacks();
+    stream.Decode("abc");
+    EXPECT_EQ(HostUnguardedCallbacks(), before + 1);
+    fake.place = Place::kDecode;
+    stream.Decode("abc");
+    EXPECT_EQ(stream.consumed, kCodecFailed) << "it is guarded again afterwards";
+    distrusted_ = 1;
+}
+
 TEST_F(PlugIn, DoesNothingMoreOnceItHasFailed) {
     Break(Place::kDecode, Wrong::kCountsTooMuch);
     Stream stream(5);
@@ -476,6 +525,7 @@ TEST_F(PlugIn, NoFailingAllocationOnLoadingLosesABlock) {
     for (uint32_t call = 1; !untouched; ++call) {
         HostShellLogReset();
         MessageLogReset();
+        fake = {};
         Renew();
         folder.Put("f.txt", "a\nb");
         char16_t* path = folder.OwnName("f.txt");
@@ -484,6 +534,9 @@ TEST_F(PlugIn, NoFailingAllocationOnLoadingLosesABlock) {
         untouched = fault.Hits() == 0;
         EXPECT_EQ(loaded, untouched ? 1 : 0) << call;
         EXPECT_EQ(HostShellLog().memoryBoxes, fault.Hits());
+        if (CallsOf(Place::kCreate) > 0) {
+            EXPECT_TRUE(MessageLog().empty()) << "memory is all that was lacking";
+        }
         EXPECT_EQ(HostLibrariesLoaded(), 0);
         failures += untouched ? 0 : 1;
     }
@@ -495,6 +548,8 @@ TEST_F(PlugIn, NoFailingAllocationOnSavingLosesTheFile) {
         bool untouched = false;
         for (uint32_t call = 1; !untouched; ++call) {
             HostShellLogReset();
+            MessageLogReset();
+            fake = {};
             MakeOverOld(safeSave);
             {
                 FaultScope fault(FaultPoint::kAllocation, {.first = call});
@@ -502,6 +557,9 @@ TEST_F(PlugIn, NoFailingAllocationOnSavingLosesTheFile) {
                 untouched = fault.Hits() == 0;
                 EXPECT_EQ(saved, untouched ? 1 : 0);
                 EXPECT_EQ(HostShellLog().memoryBoxes, fault.Hits());
+            }
+            for (const ShownMessage& message : MessageLog()) {
+                EXPECT_TRUE(CallsOf(Place::kCreate) == 0 || message.text == u"Error writing file");
             }
             // Without a backup, memory that runs out between trying and the last byte leaves a part.
             const std::string left = folder.Get("f.txt");

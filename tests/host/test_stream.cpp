@@ -321,6 +321,21 @@ TEST_F(LibraryStream, ABufferThatIsLargeEnoughStaysWhereItIs) {
     EXPECT_EQ(codec.bytes, bytes);
 }
 
+// What another buffer holds is not what the one before held.
+TEST_F(LibraryStream, AnotherBufferIsGrownAsItNeedsIt) {
+    LibraryCodec codec(u"UTF-8 exact");
+    codec.Decode(std::string(20480, 'x'), kFirstChunk);
+    MemFree(nullptr, codec.text);
+    codec.text = static_cast<char16_t*>(MemAlloc(nullptr, 8));
+    EXPECT_EQ(codec.Decode(std::string(20480, 'y'), kMiddleChunk), std::u16string(20480, u'y'));
+    EXPECT_GE(MemSize(nullptr, codec.text), 40960u);
+    codec.Encode(std::u16string(5000, u'x'), kFirstChunk);
+    MemFree(nullptr, codec.bytes);
+    codec.bytes = static_cast<uint8_t*>(MemAlloc(nullptr, 8));
+    EXPECT_EQ(codec.Encode(std::u16string(5000, u'y'), kMiddleChunk), std::string(5000, 'y'));
+    EXPECT_GE(MemSize(nullptr, codec.bytes), 5000u);
+}
+
 TEST_F(LibraryStream, ALongLineOfAsciiCostsHardlyMoreThanItsBytes) {
     LibraryCodec codec(u"UTF-8 exact");
     EXPECT_EQ(codec.Encode(std::u16string(4000000, u'x'), kFirstChunk).size(), 4000000u);

@@ -17,6 +17,9 @@ int HostLibrariesLoaded();
 // Guarded runs since the reset.
 int HostGuardedRuns();
 
+// Calls back during which a guard was off, since the start of the program.
+int HostUnguardedCallbacks();
+
 // What stands for a crash: ends the innermost guarded run. Ends the process when no guard is on.
 [[noreturn]] void HostFaultInPlugIn();
 

@@ -26,6 +26,7 @@ Guard* innermost = nullptr;
 std::map<std::u16string, LibraryTag> libraries;
 int loaded = 0;
 int runs = 0;
+int unguardedCallbacks = 0;
 
 [[noreturn]] void End(GuardedEnd end) {
     if (innermost == nullptr) std::abort();
@@ -68,7 +69,9 @@ void SuspendGuard() {
 }
 
 void ResumeGuard() {
-    if (innermost != nullptr) innermost->armed = true;
+    if (innermost == nullptr) return;
+    if (!innermost->armed) ++unguardedCallbacks;
+    innermost->armed = true;
 }
 
 void LeaveGuard() { End(GuardedEnd::kLeft); }
@@ -86,6 +89,8 @@ void HostLibrariesReset() {
 int HostLibrariesLoaded() { return loaded; }
 
 int HostGuardedRuns() { return runs; }
+
+int HostUnguardedCallbacks() { return unguardedCallbacks; }
 
 void HostFaultInPlugIn() {
     if (innermost == nullptr || !innermost->armed) std::abort();
