@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "host/files_support.h"
@@ -96,6 +97,16 @@ TEST_F(FolderList, StartsByNameWithFoldersFirst) {
     ASSERT_EQ(List(), ListResult::kListed);
     EXPECT_EQ(Names(), (Texts{u"Alpha", u"zoo", u"A.txt", u"a.txt", u"b.txt", u"C.txt", u"\u00E4hnlich",
                               u"\u00C4rger"}));
+}
+
+TEST_F(FolderList, KeepsOneOrderOfNamesThatDifferInNothingButCase) {
+    const Texts sorted = {u"ABC", u"ABc", u"AbC", u"Abc", u"aBC", u"aBc", u"abC", u"abc"};
+    for (const char* name : {"aBc", "ABc", "abc", "AbC", "ABC", "abC", "Abc", "aBC"}) folder.Put(name, "");
+    ASSERT_EQ(List(), ListResult::kListed);
+    EXPECT_EQ(Names(), sorted);
+    std::reverse(listing.entries, listing.entries + listing.count);
+    SortBySize(&listing);
+    EXPECT_EQ(Names(), sorted);
 }
 
 TEST_F(FolderList, SortsFilesBySizeAndTheRestByName) {
