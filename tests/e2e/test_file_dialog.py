@@ -231,17 +231,37 @@ def test_a_folder_that_may_not_be_read_is_told_and_the_listing_stays(start, fold
 
 
 @pytest.fixture
-def empty_drive():
-    """A drive whose medium is not there."""
+def drive():
+    """drive(folder) makes E: of a folder of this system, which need not be there."""
     link = pathlib.Path(os.environ["WINEPREFIX"]) / "dosdevices/e:"
+
+    def make(folder):
+        link.unlink(missing_ok=True)
+        link.symlink_to(folder)
+        return "E:"
+
+    yield make
     link.unlink(missing_ok=True)
-    link.symlink_to("/nonexistent/medium")
-    yield "E:"
-    link.unlink()
 
 
-def test_a_drive_without_a_medium_is_told_and_the_listing_stays(opened, tmp_path, empty_drive):
+def test_an_empty_drive_is_shown_and_saved_to(opened, tmp_path, drive):
     nira, _ = opened(b"one\r\n")
+    (tmp_path / "disk").mkdir()
+    save_as(nira)
+    nira.choose_file("Save file", drive(tmp_path / "disk"))
+    wait_for("drive", lambda: shown_folder(nira, "Save file") == "E:")
+    key("F5", "alt+u")
+    wait_for("root folder", lambda: shown_folder(nira, "Save file") == "")
+    nira.choose_file("Save file", "E:")
+    wait_for("drive", lambda: shown_folder(nira, "Save file") == "E:")
+    nira.choose_file("Save file", "new.txt")
+    nira.wait_title("new.txt")
+    assert (tmp_path / "disk/new.txt").read_bytes() == b"one\r\n"
+
+
+def test_a_drive_without_a_medium_is_told_and_the_listing_stays(opened, tmp_path, drive):
+    nira, _ = opened(b"one\r\n")
+    empty_drive = drive("/nonexistent/medium")
     save_as(nira)
     for name in [empty_drive, empty_drive + "\\"]:
         nira.choose_file("Save file", name)
