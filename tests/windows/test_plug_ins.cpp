@@ -68,6 +68,8 @@ class PlugIns : public RealFiles {
     }
 };
 
+volatile uintptr_t nowhere = 0x10;
+
 constexpr const wchar_t* kDecoder = L"Error initializing decoder";
 constexpr const wchar_t* kReading = L"Error reading file";
 constexpr const wchar_t* kEncoder = L"Error initializing encoder";
@@ -206,6 +208,20 @@ TEST_F(PlugIns, AnExceptionThatIsCaughtWithinIsNoFault) {
         },
         nullptr);
     EXPECT_EQ(end, GuardedEnd::kReturned);
+}
+
+// A box that a library's request for memory brings up lets messages in, and these may save another document.
+TEST_F(PlugIns, AGuardStandsAgainAfterARunWithinItsRun) {
+    GuardedEnd inner = GuardedEnd::kReturned;
+    const GuardedEnd outer = RunBehindGuard(
+        [](void* context) {
+            const auto fault = [](void*) { *reinterpret_cast<volatile int*>(nowhere) = 1; };
+            *static_cast<GuardedEnd*>(context) = RunBehindGuard(fault, nullptr);
+            fault(nullptr);
+        },
+        &inner);
+    EXPECT_EQ(inner, GuardedEnd::kFaulted);
+    EXPECT_EQ(outer, GuardedEnd::kFaulted);
 }
 
 TEST_F(PlugIns, AGuardedRunCanBeLeft) {
