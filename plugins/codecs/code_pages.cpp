@@ -33,24 +33,32 @@ uint32_t WholeCharacters(uint32_t page, const uint8_t* at, uint32_t size, uint32
     return place;
 }
 
-bool ComesBack(PageReader* reader, const uint8_t* at, uint32_t size, const char16_t* units, uint32_t count,
-               NiraRealloc grow) {
-    const uint32_t room = count * kBytesOfUnit;
-    if (reader->scratchSize < room) {
-        reader->scratch = static_cast<uint8_t*>(grow(reader->scratch, room));
-        reader->scratchSize = room;
-    }
-    uint8_t* end = reader->scratch;
-    EncodePage(reader->page, units, count, true, &end);
-    return static_cast<uint32_t>(end - reader->scratch) == size &&
-           std::memcmp(reader->scratch, at, size) == 0;
+void MakeRoom(uint8_t** block, uint32_t* size, uint32_t needed, NiraRealloc grow) {
+    if (*size >= needed) return;
+    *block = static_cast<uint8_t*>(grow(*block, needed));
+    *size = needed;
 }
 
-// All of it at once; false when some of it is no character.
+// Whether what saving writes for the units would be read as the same again. The bytes may be others than
+// those that the units come from only where the reader is not strict.
+bool ComesBack(PageReader* reader, const uint8_t* at, uint32_t size, const char16_t* units, uint32_t count,
+               NiraRealloc grow) {
+    MakeRoom(&reader->scratch, &reader->scratchSize, count * kBytesOfUnit, grow);
+    uint8_t* end = reader->scratch;
+    EncodePage(reader->page, units, count, true, &end);
+    const auto written = static_cast<uint32_t>(end - reader->scratch);
+    if (written == size && std::memcmp(reader->scratch, at, size) == 0) return true;
+    if (reader->strict) return false;
+    MakeRoom(&reader->again, &reader->againSize, written * uint32_t{sizeof(char16_t)}, grow);
+    auto* again = reinterpret_cast<char16_t*>(reader->again);
+    return PageToUnits(reader->page, reader->scratch, written, again, written) == count &&
+           std::memcmp(again, units, count * sizeof(char16_t)) == 0;
+}
+
+// All of it at once; false when some of it is no character, or one that saving would make another of.
 bool DecodeWhole(PageReader* reader, const uint8_t* at, uint32_t size, char16_t** out, NiraRealloc grow) {
     const uint32_t units = PageToUnits(reader->page, at, size, *out, size);
-    if (units == 0) return false;
-    if (reader->strict && !ComesBack(reader, at, size, *out, units, grow)) return false;
+    if (units == 0 || !ComesBack(reader, at, size, *out, units, grow)) return false;
     *out += units;
     return true;
 }
@@ -108,6 +116,7 @@ PageReader* CreatePageReader(uint32_t page, bool strict, NiraRealloc grow) {
 void DestroyPageReader(PageReader* reader, NiraRealloc grow) {
     if (reader == nullptr) return;
     grow(reader->scratch, 0);
+    grow(reader->again, 0);
     grow(reader, 0);
 }
 

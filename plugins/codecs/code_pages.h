@@ -1,9 +1,9 @@
 // Code pages, through the system's conversion.
 //
 // Bytes that are no character of the page become escapes (codecs/units.h), so that saving writes them as they
-// were. A page can also have two ways to write one character, of which saving writes one: then the text
-// is legible and the file may change in those places. A strict reader, as "Auto" is, makes escapes of
-// them instead, and loses nothing.
+// were; so do bytes that the system reads as something it would write as another character. A page can also
+// have two ways to write one character, of which saving writes one: then the text is legible and the file may
+// change in those places. A strict reader, as "Auto" is, makes escapes of them instead, and loses nothing.
 #pragma once
 
 #include <cstdint>
@@ -19,8 +19,10 @@ struct PageReader {
     bool ready;            // the rest is filled in
     bool manyBytes;        // some characters have two bytes or more
     char16_t single[256];  // what each byte is, for pages of single bytes
-    uint8_t* scratch;      // a strict reader's trial
+    uint8_t* scratch;      // what saving would write
     uint32_t scratchSize;
+    uint8_t* again;  // and what would be read then; used as units
+    uint32_t againSize;
 };
 
 PageReader* CreatePageReader(uint32_t page, bool strict, NiraRealloc grow);

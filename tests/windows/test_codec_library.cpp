@@ -162,6 +162,37 @@ TEST_F(CodecDll, EveryByteOfASingleBytePageComesBack) {
     }
 }
 
+// Chosen by name, a page reads what it knows; what is no character at all is kept.
+TEST_F(CodecDll, BytesThatAreNoCharacterOfAPageComeBack) {
+    Load(L"nira-codecs.dll");
+    for (const char16_t* name : {u"Shift_JIS", u"EUC-JP", u"GBK", u"Big5", u"EUC-KR"}) {
+        for (const std::string& bytes : {std::string("a\x81 b"), std::string("a\xFE\xFF\xFF z"),
+                                         std::string("a\xC0\x20\xC0\r\n"), std::string("z\x93")}) {
+            const std::u16string text = Read(name, bytes);
+            EXPECT_EQ(Write(name, text), bytes) << testing::PrintToString(name);
+            EXPECT_EQ(text.find(u'\uFFFD'), std::u16string::npos);
+        }
+    }
+}
+
+// All pairs of bytes, most of them no character of any page.
+TEST_F(CodecDll, SavingChangesNoTextOfAnyPage) {
+    Load(L"nira-codecs.dll");
+    std::string pairs;
+    for (int first = 0x80; first < 0x100; ++first) {
+        for (int second = 0x20; second < 0x100; ++second) {
+            pairs += static_cast<char>(first);
+            pairs += static_cast<char>(second);
+            pairs += '\n';
+        }
+    }
+    for (const codecs::Entry& entry : codecs::kEntries) {
+        if (entry.form != codecs::Form::kPage || !codecs::EntryIsAvailable(entry)) continue;
+        const std::u16string text = Read(entry.name, pairs);
+        EXPECT_TRUE(Read(entry.name, Write(entry.name, text)) == text) << testing::PrintToString(entry.name);
+    }
+}
+
 TEST_F(CodecDll, AutoKeepsEveryByteUnderTheSystemsPage) {
     Load(L"nira-codecs.dll");
     Run("RegisterW");
