@@ -59,7 +59,6 @@ intptr_t GoToHandler(WindowHandle window, uint32_t message, uintptr_t first, int
 uint32_t RunGoToDialog() {
     if (TheWindowState().currentEditor == nullptr) return 0;
     const intptr_t result = RunDialog(IDD_GO_TO, NoticeOwner(), GoToHandler, 0);
-    if (result < 0) ReportLastError();
     return result > 0 ? static_cast<uint32_t>(result) : 0;
 }
 

@@ -4,6 +4,7 @@
 #include "shell/bar_dock.h"
 #include "shell/bar_images.h"
 #include "shell/menu_fit.h"
+#include "shell/menu_walk.h"
 #include "shell/subclass.h"
 
 namespace shell {
@@ -26,7 +27,8 @@ struct Slot {
     UINT command;
     int image;  // as the description counts, negative for none
     bool dropDown;
-    HMENU popup;  // of a drop-down; may have died with the bar it belongs to
+    bool pressed;  // shows as pressed until told otherwise
+    HMENU popup;   // of a drop-down; may have died with the bar it belongs to
 };
 
 struct Bar {
@@ -44,15 +46,6 @@ struct Bar {
     UINT openCommand;
     bool inClick;  // the tool bar is working on a click and would not survive being destroyed
 };
-
-// The pop-up of the bar that is open in this thread, and what is open and chosen inside it.
-struct OpenMenu {
-    HWND bar;
-    int depth;          // pop-ups open, the drop-down's own included
-    bool entersNested;  // the chosen item has a pop-up of its own that can open
-    int step;           // 1, -1: the person went on to the next or previous drop-down
-};
-thread_local OpenMenu openMenu = {};
 
 Bar* FindBar(HWND window) { return static_cast<Bar*>(FindRecord(window, kRecordName)); }
 
@@ -132,34 +125,15 @@ int HeightForWidth(const Bar* bar, int width) {
 
 // ---- Drop-downs ----
 
-// True for an arrow key that leaves the open drop-down: Right where no pop-up opens, Left where none closes.
-bool LeavesDropDown(const MSG& message) {
-    if (message.message != WM_KEYDOWN || !openMenu.bar) {
-        return false;
-    }
-    return (message.wParam == VK_RIGHT && !openMenu.entersNested) ||
-           (message.wParam == VK_LEFT && openMenu.depth <= 1);
-}
-
-// The menu's own loop reads the keyboard while a pop-up is open; nothing else sees its keys first.
-LRESULT CALLBACK ArrowHook(int code, WPARAM wParam, LPARAM lParam) {
-    const MSG* message = reinterpret_cast<const MSG*>(lParam);
-    if (code != MSGF_MENU || !LeavesDropDown(*message)) {
-        return CallNextHookEx(nullptr, code, wParam, lParam);
-    }
-    openMenu.step = message->wParam == VK_RIGHT ? 1 : -1;
-    EndMenu();
-    return TRUE;
-}
-
 bool CanOpen(const Bar* bar, const Slot& slot) {
     return slot.dropDown && IsMenu(slot.popup) && Tell(bar, TB_ISBUTTONENABLED, slot.command, 0) &&
            !Tell(bar, TB_ISBUTTONHIDDEN, slot.command, 0);
 }
 
-// The drop-down beside `from` in the direction of `step`, around the end of the bar; `from` when it is alone.
-const Slot* NeighbourOf(const Bar* bar, const Slot* from, int step) {
+// The drop-down that `way` leads to, around the end of the bar; `from` when it is alone.
+const Slot* NeighbourOf(const Bar* bar, const Slot* from, MenuStep way) {
     const int count = bar->slotCount;
+    const int step = way == MenuStep::kRight ? 1 : -1;
     int index = static_cast<int>(from - bar->slots);
     do {
         index = (index + step + count) % count;
@@ -175,8 +149,8 @@ void StandOn(HWND covering, RECT* place) {
     place->bottom = sight.bottom;
 }
 
-// Shows one pop-up until it closes. Returns where the person went on to: 1, -1, or 0 for nowhere.
-int TrackAbove(Bar* bar, const Slot& slot) {
+// Shows one pop-up until it closes. Returns where the person went on to.
+MenuStep TrackAbove(Bar* bar, const Slot& slot) {
     const HWND window = bar->window;
     const UINT command = slot.command;
     TPMPARAMS avoid = {};
@@ -188,15 +162,11 @@ int TrackAbove(Bar* bar, const Slot& slot) {
     }
     bar->openPopup = slot.popup;
     bar->openCommand = command;
-    openMenu = {window, 0, false, 0};
-    const HHOOK hook = SetWindowsHookExW(WH_MSGFILTER, ArrowHook, nullptr, GetCurrentThreadId());
     Tell(bar, TB_PRESSBUTTON, command, TRUE);
-    TrackPopupMenuEx(slot.popup, TPM_LEFTALIGN | TPM_BOTTOMALIGN | TPM_VERTICAL | TPM_LEFTBUTTON,
-                     avoid.rcExclude.left, avoid.rcExclude.top, window, &avoid);
-    UnhookWindowsHookEx(hook);
+    const MenuStep step =
+        TrackWalkable(slot.popup, TPM_LEFTALIGN | TPM_BOTTOMALIGN | TPM_VERTICAL | TPM_LEFTBUTTON,
+                      {avoid.rcExclude.left, avoid.rcExclude.top}, window, &avoid);
     UnfitMenu(nullptr);
-    const int step = openMenu.step;
-    openMenu = {};
     // The menu's own loop may have destroyed the bar.
     if (Bar* still = FindBar(window)) {
         still->openPopup = nullptr;
@@ -210,9 +180,9 @@ void TrackFrom(HWND window, UINT command) {
     const Slot* slot = bar ? FindDropDown(bar, command) : nullptr;
     while (slot) {
         const UINT shown = slot->command;
-        const int step = TrackAbove(bar, *slot);
-        bar = FindBar(window);
-        slot = step && bar && IsWindowVisible(window) ? FindDropDown(bar, shown) : nullptr;
+        const MenuStep step = TrackAbove(bar, *slot);
+        bar = step != MenuStep::kNone ? FindBar(window) : nullptr;
+        slot = bar && IsWindowVisible(GetParent(window)) ? FindDropDown(bar, shown) : nullptr;
         if (slot) {
             slot = NeighbourOf(bar, slot, step);
         }
@@ -221,11 +191,6 @@ void TrackFrom(HWND window, UINT command) {
             slot = nullptr;
         }
     }
-}
-
-void NoteSelection(WPARAM wParam) {
-    const UINT flags = HIWORD(wParam);
-    openMenu.entersNested = flags != 0xFFFF && (flags & MF_POPUP) && !(flags & (MF_GRAYED | MF_DISABLED));
 }
 
 LRESULT TellOwner(const Bar* bar, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -237,7 +202,7 @@ LRESULT OnInitMenuPopup(const Bar* bar, WPARAM wParam, LPARAM lParam) {
     const HMENU popup = reinterpret_cast<HMENU>(wParam);
     const HMONITOR monitor = MonitorFromWindow(bar->window, MONITOR_DEFAULTTONEAREST);
     const bool isDropDown = bar->openPopup && popup == bar->openPopup;
-    ++openMenu.depth;
+    NoteMenuMessage(WM_INITMENUPOPUP, wParam, lParam);
     const LRESULT result = TellOwner(bar, WM_INITMENUPOPUP, wParam,
                                      isDropDown ? MAKELPARAM(bar->openCommand, HIWORD(lParam)) : lParam);
     MONITORINFO screen = {};
@@ -299,11 +264,29 @@ bool OnBarCommand(const Bar* bar, WPARAM wParam, LPARAM lParam) {
     return bar->inClick && PostMessageW(GetParent(bar->window), WM_COMMAND, wParam, lParam);
 }
 
+void NotePressed(Bar* bar, UINT command, bool pressed) {
+    for (int i = 0; i < bar->slotCount; ++i) {
+        if (bar->slots[i].command == command) {
+            bar->slots[i].pressed = pressed;
+        }
+    }
+}
+
+// A tool bar raises the button under the pointer when the mouse button is released, wherever that is.
+void PressAgain(const Bar* bar) {
+    for (int i = 0; i < bar->slotCount; ++i) {
+        if (bar->slots[i].pressed) {
+            Tell(bar, TB_PRESSBUTTON, bar->slots[i].command, TRUE);
+        }
+    }
+}
+
 LRESULT OnClick(HWND window, UINT message, WPARAM wParam, LPARAM lParam, Bar* bar) {
     bar->inClick = true;
     const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
     if (Bar* still = FindBar(window)) {
         still->inClick = false;
+        PressAgain(still);
     }
     return result;
 }
@@ -322,16 +305,20 @@ LRESULT CALLBACK MenuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
             return OnNotify(bar, lParam);
         case kBarCommand:
             return OnBarCommand(bar, wParam, lParam);
+        case TB_PRESSBUTTON:
+            NotePressed(bar, static_cast<UINT>(wParam), LOWORD(lParam) != 0);
+            break;
         case WM_LBUTTONUP:
+        case WM_CAPTURECHANGED:
             return OnClick(window, message, wParam, lParam, bar);
         case WM_INITMENUPOPUP:
             return OnInitMenuPopup(bar, wParam, lParam);
         case WM_UNINITMENUPOPUP:
             UnfitMenu(reinterpret_cast<HMENU>(wParam));
-            --openMenu.depth;
+            NoteMenuMessage(message, wParam, lParam);
             return TellOwner(bar, message, wParam, lParam);
         case WM_MENUSELECT:
-            NoteSelection(wParam);
+            NoteMenuMessage(message, wParam, lParam);
             return TellOwner(bar, message, wParam, lParam);
         case WM_COMMAND:
         case WM_ENTERMENULOOP:

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "app/services/memory.h"
-#include "app/services/notices.h"
 #include "app/services/resources.h"
 #include "base/utf16.h"
 #include "platform/win32/casts.h"
@@ -241,9 +240,7 @@ intptr_t FontHandler(WindowHandle window, uint32_t message, uintptr_t first, int
 
 char16_t* ChooseFontSpec(WindowHandle owner, const char16_t* current) {
     FontDialog dialog = {nullptr, current, true, -1, nullptr, nullptr};
-    const intptr_t result =
-        RunDialog(IDD_CHOOSE_FONT, owner, FontHandler, reinterpret_cast<intptr_t>(&dialog));
-    if (result < 0) ReportLastError();
+    RunDialog(IDD_CHOOSE_FONT, owner, FontHandler, reinterpret_cast<intptr_t>(&dialog));
     ReleaseFont(dialog.preview);
     return dialog.result;
 }

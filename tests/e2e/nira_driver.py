@@ -8,8 +8,10 @@ import contextlib
 import os
 import pathlib
 import re
+import select
 import subprocess
 import tempfile
+import threading
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
@@ -37,13 +39,44 @@ class Window:
         return f"{self.kind} '{self.text}' {[child.text for child in self.children if child.text]}"
 
 
+class Observer:
+    """A probe that stays and answers questions, which starting a program for each would make a hundred times as long."""
+
+    def __init__(self):
+        self.process = None
+        self.turn = threading.Lock()
+
+    def start(self):
+        self.process = subprocess.Popen(["wine", str(PROBE), "serve"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                        stderr=subprocess.DEVNULL, bufsize=0)
+        return self.process
+
+    def ask(self, arguments):
+        """The exit code and the output, or None when nothing came in time."""
+        line = "\t".join(re.sub(r"[\\\t]", r"\\\g<0>", argument) for argument in arguments)
+        self.process.stdin.write(line.encode() + b"\n")
+        answer = b""
+        end = time.monotonic() + TIMEOUT
+        while not (last := re.search(rb"^\.(\d+)\r?\n\Z", answer, re.MULTILINE)):
+            if not select.select([self.process.stdout], [], [], max(0, end - time.monotonic()))[0]:
+                return None
+            answer += (got := os.read(self.process.stdout.fileno(), 65536))
+            if not got:
+                return None
+        return int(last[1]), answer[:last.start()].decode().replace("\r\n", "\n")
+
+
+OBSERVER = Observer()
+
+
 def keep_desktop():
-    """Holds the Wine desktop open between programs; ends when the standard input of what it returns is closed."""
-    return subprocess.Popen(["wine", str(PROBE), "stay"], stdin=subprocess.PIPE)
+    """Starts the observer, which holds the Wine desktop open between programs; it ends when the standard input of what
+    this returns is closed."""
+    return OBSERVER.start()
 
 
 def run_probe(*arguments):
-    """The exit code and the output of the probe."""
+    """The exit code and the output of a probe of its own."""
     # Into a file: a process that Wine starts beside the probe would hold a pipe open beyond its end.
     with tempfile.TemporaryFile() as output:
         done = subprocess.run(["wine", str(PROBE), *arguments], stdin=subprocess.DEVNULL, stdout=output,
@@ -53,13 +86,16 @@ def run_probe(*arguments):
 
 
 def probe(*arguments):
-    code, text = run_probe(*arguments)
-    if code != 0 and not text:
-        # On a busy machine Wine now and then fails to start a process at all: nothing has been done yet.
-        time.sleep(1)
-        code, text = run_probe(*arguments)
-    assert code == 0, (arguments, text)
-    return text
+    # Another thread may be waiting for an answer.
+    if OBSERVER.process and OBSERVER.turn.acquire(blocking=False):
+        try:
+            answer = OBSERVER.ask(arguments)
+        finally:
+            OBSERVER.turn.release()
+    else:
+        answer = run_probe(*arguments)
+    assert answer and answer[0] == 0, (arguments, answer)
+    return answer[1]
 
 
 def windows():
@@ -88,14 +124,7 @@ def set_text(name, value):
 
 def texts(key_name):
     """The text values of a registry key, as {name: text}."""
-    # Into a file, for the same reason as the probe's output.
-    with tempfile.TemporaryFile() as output:
-        subprocess.run(["wine", "reg", "query", "HKCU\\" + key_name], stdin=subprocess.DEVNULL, stdout=output,
-                       stderr=subprocess.DEVNULL, timeout=TIMEOUT, check=False)
-        output.seek(0)
-        lines = output.read().decode(errors="replace").splitlines()
-    found = (re.match(r"    (.*?)    REG_SZ    (.*)", line) for line in lines)
-    return {hit[1]: hit[2] for hit in found if hit}
+    return {name: data.decode("utf-16-le").rstrip("\0") for name, (kind, data) in values(key_name).items() if kind == 1}
 
 
 def values(key_name):

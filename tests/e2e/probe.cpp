@@ -13,15 +13,29 @@
 //   nira_probe minimised                     1 or 0 for every top-level window of NIRA
 //   nira_probe hold FILE                     keeps a file or folder open, shared with nobody, until its input
 //                                            ends
-//   nira_probe stay                          keeps the Wine desktop open until its input ends
+//   nira_probe serve                         does the above again and again: reads a line of tab-separated
+//                                            arguments, answers with the output and a line of a dot and the
+//                                            exit code; keeps the Wine desktop open meanwhile. Ends with its
+//                                            input. Starting a program takes a hundred times as long.
 //
-// The output is UTF-8; tabs, line ends and backslashes of texts are escaped by a backslash.
+// Output and the served arguments are UTF-8; tabs, line ends and backslashes of texts are escaped by a
+// backslash.
 #include <windows.h>
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace {
+
+using Arguments = std::vector<std::wstring>;
+
+std::wstring Wide(const std::string& bytes) {
+    int size = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), nullptr, 0);
+    std::wstring text(static_cast<size_t>(size), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), text.data(), size);
+    return text;
+}
 
 std::string Utf8(const std::wstring& text) {
     int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0,
@@ -76,18 +90,17 @@ void Print(HWND window, HWND parent) {
                 Utf8(Escaped(TextOf(window))).c_str());
 }
 
-void PrintChildren(HWND parent) {
-    for (HWND child = GetWindow(parent, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
-        if (!IsWindowVisible(child)) continue;
-        Print(child, parent);
-        PrintChildren(child);
-    }
+// Of the descendants as they were all at one time: walking from window to window ends too early when the
+// program changes their order meanwhile.
+BOOL CALLBACK PrintDescendant(HWND window, LPARAM) {
+    if (IsWindowVisible(window)) Print(window, GetAncestor(window, GA_PARENT));
+    return TRUE;
 }
 
 BOOL CALLBACK PrintTree(HWND window, LPARAM) {
     if (!IsWindowVisible(window)) return TRUE;
     Print(window, nullptr);
-    PrintChildren(window);
+    EnumChildWindows(window, PrintDescendant, 0);
     return TRUE;
 }
 
@@ -146,9 +159,9 @@ int PrintBytes(const wchar_t* key, const wchar_t* name) {
 int PrintValues(const wchar_t* path) {
     HKEY key = nullptr;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, path, 0, KEY_READ, &key) != ERROR_SUCCESS) return 0;
+    static BYTE data[1 << 17];
     for (DWORD i = 0;; ++i) {
         wchar_t name[256];
-        BYTE data[1024];
         DWORD length = 256;
         DWORD size = sizeof data;
         DWORD type = 0;
@@ -166,33 +179,66 @@ int Forget(const wchar_t* key) {
     return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND ? 0 : 1;
 }
 
-}  // namespace
-
-int wmain(int count, wchar_t** arguments) {
-    std::wstring what = count > 1 ? arguments[1] : L"";
+int Run(const Arguments& arguments) {
+    const size_t count = arguments.size();
+    const std::wstring what = count > 0 ? arguments[0] : L"";
     if (what == L"windows") return EnumWindows(PrintTree, 0) ? 0 : 1;
     if (what == L"end-session") return EnumWindows(EndSession, 0) ? 0 : 1;
     if (what == L"minimised") return EnumWindows(PrintMinimised, 0) ? 0 : 1;
-    if (what == L"stay") {
-        GetDesktopWindow();
-        WaitForEndOfInput();
-        return 0;
+    if (what == L"hold" && count == 2) return Hold(arguments[1].c_str());
+    if (what == L"values" && count == 2) return PrintValues(arguments[1].c_str());
+    if (what == L"forget" && count == 2) return Forget(arguments[1].c_str());
+    if (what == L"bytes" && count == 3) return PrintBytes(arguments[1].c_str(), arguments[2].c_str());
+    if (what == L"number" && count == 4) {
+        DWORD value = std::wcstoul(arguments[3].c_str(), nullptr, 0);
+        return SetValue(arguments[1].c_str(), arguments[2].c_str(), REG_DWORD, &value, sizeof value);
     }
-    if (what == L"hold" && count == 3) return Hold(arguments[2]);
-    if (what == L"values" && count == 3) return PrintValues(arguments[2]);
-    if (what == L"forget" && count == 3) return Forget(arguments[2]);
-    if (what == L"bytes" && count == 4) return PrintBytes(arguments[2], arguments[3]);
-    if (what == L"number" && count == 5) {
-        DWORD value = std::wcstoul(arguments[4], nullptr, 0);
-        return SetValue(arguments[2], arguments[3], REG_DWORD, &value, sizeof value);
-    }
-    if (what == L"text" && count == 5) {
-        std::wstring value = arguments[4];
-        return SetValue(arguments[2], arguments[3], REG_SZ, value.c_str(),
+    if (what == L"text" && count == 4) {
+        const std::wstring& value = arguments[3];
+        return SetValue(arguments[1].c_str(), arguments[2].c_str(), REG_SZ, value.c_str(),
                         (value.size() + 1) * sizeof(wchar_t));
     }
     std::fprintf(stderr,
-                 "usage: nira_probe windows | end-session | minimised | stay | hold FILE | forget KEY | "
-                 "values KEY | bytes KEY NAME | number|text KEY NAME VALUE\n");
+                 "usage: nira_probe windows | end-session | minimised | serve | hold FILE | "
+                 "forget KEY | values KEY | bytes KEY NAME | number|text KEY NAME VALUE\n");
     return 2;
+}
+
+// The arguments of one line; a backslash takes the character behind it as it is.
+Arguments Split(const std::string& line) {
+    std::vector<std::string> parts(1);
+    for (size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '\t') {
+            parts.emplace_back();
+        } else {
+            if (line[i] == '\\' && i + 1 < line.size()) ++i;
+            parts.back() += line[i];
+        }
+    }
+    Arguments arguments;
+    for (const std::string& part : parts) arguments.push_back(Wide(part));
+    return arguments;
+}
+
+int Serve() {
+    GetDesktopWindow();
+    std::string line;
+    for (int unit = std::getchar(); unit != EOF; unit = std::getchar()) {
+        if (unit != '\n') {
+            line += static_cast<char>(unit);
+            continue;
+        }
+        const int code = Run(Split(line));
+        std::printf(".%d\n", code);
+        std::fflush(stdout);
+        line.clear();
+    }
+    return 0;
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) {
+    if (count == 2 && arguments[1] == std::wstring(L"serve")) return Serve();
+    return Run(Arguments(arguments + 1, arguments + count));
 }

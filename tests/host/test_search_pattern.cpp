@@ -13,7 +13,7 @@ class ProposedPatterns : public ViewTest {
 
     static std::u16string Proposed(const Editor* editor) {
         char16_t* text = ProposedPattern(editor);
-        const std::u16string copy = text != nullptr ? text : u"nothing";
+        std::u16string copy = text != nullptr ? text : u"nothing";
         MemFree(nullptr, text);
         return copy;
     }

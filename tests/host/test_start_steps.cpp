@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,8 +49,8 @@ void Fill(StartActions& actions, std::integer_sequence<int, Numbers...>) {
 }
 
 std::vector<int> UpTo(int count) {
-    std::vector<int> numbers;
-    for (int i = 0; i < count; ++i) numbers.push_back(i);
+    std::vector<int> numbers(static_cast<size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), 0);
     return numbers;
 }
 

@@ -312,6 +312,35 @@ TEST_F(ShellBar, SendsTheCommandOfAClickAndMayBeDestroyedByIt) {
     EXPECT_FALSE(IsWindow(bar));
 }
 
+TEST_F(ShellBar, KeepsAPressedButtonPressedWhenAPressOnItIsTakenBack) {
+    ShowWindow(owner, SW_SHOWNOACTIVATE);
+    const HWND bar = MakeBar();
+    SendMessageW(bar, TB_PRESSBUTTON, 101, 1);
+    RECT button;
+    SendMessageW(bar, TB_GETRECT, 101, reinterpret_cast<LPARAM>(&button));
+    const LPARAM on = MAKELPARAM(button.left + 4, button.top + 4);
+    const LPARAM beside = MAKELPARAM(button.right + 40, button.top + 4);
+
+    SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, on);
+    SendMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, beside);
+    SendMessageW(bar, WM_LBUTTONUP, 0, beside);
+    RunPosted();
+    EXPECT_TRUE(ReceivedOf(WM_COMMAND).empty());
+    EXPECT_TRUE(ButtonInfo(bar, 101).fsState & TBSTATE_PRESSED);
+
+    // Another window took the mouse in the middle of a press.
+    SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, on);
+    ReleaseCapture();
+    EXPECT_TRUE(ButtonInfo(bar, 101).fsState & TBSTATE_PRESSED);
+
+    SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, on);
+    SendMessageW(bar, WM_LBUTTONUP, 0, on);
+    RunPosted();
+    EXPECT_EQ(ReceivedOf(WM_COMMAND).size(), 1u);
+    SendMessageW(bar, TB_PRESSBUTTON, 101, 0);
+    EXPECT_FALSE(ButtonInfo(bar, 101).fsState & TBSTATE_PRESSED);
+}
+
 // A pop-up of two items and a nested one.
 struct TestPopup {
     HMENU nested = CreatePopupMenu();

@@ -16,8 +16,8 @@ using AcceleratorHandle = AcceleratorTag*;
 // of memory inside it ends at its caller.
 using DialogHandler = intptr_t (*)(WindowHandle dialog, uint32_t message, uintptr_t first, intptr_t second);
 
-// Runs dialog `id` modally over `owner` and returns its result; -1 with the reason in the last error when it
-// cannot be made.
+// Runs dialog `id` modally over `owner` and returns its result; -1, after showing the reason, when it cannot
+// be made.
 intptr_t RunDialog(uint32_t id, WindowHandle owner, DialogHandler handler, intptr_t parameter);
 
 // Makes the menu bar of RCDATA `id` at the bottom of `owner`; null after reporting why it cannot be made,

@@ -25,17 +25,22 @@ INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lPa
     return result;
 }
 
-}  // namespace
-
-intptr_t RunDialog(uint32_t id, WindowHandle owner, DialogHandler handler, intptr_t parameter) {
+INT_PTR ShowDialog(uint32_t id, HWND owner, const DialogCall& call) {
     const HRSRC resource = FindResourceW(Instance(), MAKEINTRESOURCEW(id), RT_DIALOG);
     if (resource == nullptr) return -1;
     const HGLOBAL block = LoadResource(Instance(), resource);
     if (block == nullptr) return -1;
-    const DialogCall call = {handler, parameter};
     const auto* dialog = static_cast<const DLGTEMPLATE*>(LockResource(block));
-    return DialogBoxIndirectParamW(Instance(), dialog, ToHwnd(owner), DialogProc,
-                                   reinterpret_cast<LPARAM>(&call));
+    return DialogBoxIndirectParamW(Instance(), dialog, owner, DialogProc, reinterpret_cast<LPARAM>(&call));
+}
+
+}  // namespace
+
+intptr_t RunDialog(uint32_t id, WindowHandle owner, DialogHandler handler, intptr_t parameter) {
+    const DialogCall call = {handler, parameter};
+    const intptr_t result = ShowDialog(id, ToHwnd(owner), call);
+    if (result == -1) ReportLastError();
+    return result;
 }
 
 WindowHandle CreateMenuBar(WindowHandle owner, uint32_t id) {
