@@ -309,8 +309,11 @@ LRESULT CALLBACK MenuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
             NotePressed(bar, static_cast<UINT>(wParam), LOWORD(lParam) != 0);
             break;
         case WM_LBUTTONUP:
-        case WM_CAPTURECHANGED:
             return OnClick(window, message, wParam, lParam, bar);
+        case WM_CAPTURECHANGED:
+            DefSubclassProc(window, message, wParam, lParam);
+            PressAgain(bar);
+            return 0;
         case WM_INITMENUPOPUP:
             return OnInitMenuPopup(bar, wParam, lParam);
         case WM_UNINITMENUPOPUP:
