@@ -22,6 +22,7 @@
 #include "shell/input_panel.h"
 #include "shell/menu_bar.h"
 #include "shell/start_again.h"
+#include "shell/start_turn.h"
 #include "view/fonts.h"
 
 namespace nira {
@@ -83,6 +84,14 @@ constexpr StartActions kActions = {
 
 int stepsBegun = 0;
 
+constexpr const wchar_t* kTurnName = L"NIRA.start";
+
+// The windows that another instance looks for are there when this one has begun.
+StartResult HandOverOrBegin(const char16_t* path) {
+    if (HandOver(path)) return StartResult::kHandedOver;
+    return RunStartSteps(kActions, &stepsBegun) ? StartResult::kStarted : StartResult::kFailed;
+}
+
 void OpenFirstDocuments(const char16_t* path) {
     if (!shell::SHInitExtraControls()) ReportLastError();
     const HMENU file = ToHmenu(BarPopup(TheAppState().menuBar, BARPOPUP_FILE));
@@ -99,8 +108,10 @@ StartResult StartUp(InstanceHandle instance, const char16_t* path, int showComma
     TheAppState() = {};
     TheAppState().instance = instance;
     ConnectEvents();
-    if (HandOver(path)) return StartResult::kHandedOver;
-    if (!RunStartSteps(kActions, &stepsBegun)) return StartResult::kFailed;
+    const HANDLE turn = shell::WaitForStartTurn(kTurnName, kHandOverPatience);
+    const StartResult result = HandOverOrBegin(path);
+    shell::EndStartTurn(turn);
+    if (result != StartResult::kStarted) return result;
     OpenFirstDocuments(path);
     const HWND window = ToHwnd(TheAppState().mainWindow);
     ShowWindow(window, showCommand);

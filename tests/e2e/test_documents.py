@@ -213,6 +213,21 @@ def test_a_second_start_without_a_file_opens_nothing(three, start):
     nira.wait_title("notes.txt")
 
 
+def test_files_opened_at_one_moment_come_into_one_window(start, tmp_path):
+    names = ["a.txt", "b.txt", "c.txt", "d.txt"]
+    for name in names:
+        (tmp_path / name).write_bytes(name.encode())
+    started = [start(tmp_path / name) for name in names]
+    nira_driver.wait_for("single instance", lambda: sum(one.is_running() for one in started) == 1)
+    assert sum(window.kind == "NIRA" for window in nira_driver.windows()) == 1
+    shown = set()
+    for _ in names:
+        title = nira_driver.wait_for("another document", lambda: (now := started[0].title()) not in shown and now)
+        shown.add(title)
+        key("ctrl+Tab")
+    assert shown == set(names)
+
+
 def test_a_second_start_brings_a_minimised_window_back(opened, start, tmp_path):
     nira, _ = opened(b"one\r\n")
     before = nira.window()
