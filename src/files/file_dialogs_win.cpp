@@ -17,6 +17,7 @@
 #include "files/new_folder.h"
 #include "platform/win32/casts.h"
 #include "resources/resource.h"
+#include "shell/density.h"
 #include "shell/full_screen.h"
 #include "shell/menu_bar.h"
 #include "shell/touch_controls.h"
@@ -26,7 +27,6 @@ namespace nira {
 namespace {
 
 constexpr int kShownEncodings = 8;
-constexpr int kPlainDensity = 96;
 constexpr int kTouchHeight = 24;  // at the plain density
 constexpr int kViewImages = 12;   // in the system's bitmap of view images
 constexpr UINT_PTR kKeysHook = 1;
@@ -288,13 +288,6 @@ intptr_t OnNotify(FileDialog* dialog, intptr_t record) {
 
 // ---- Layout ----
 
-int Scaled(HWND window, int length) {
-    const HDC device = GetDC(window);
-    const int density = device != nullptr ? GetDeviceCaps(device, LOGPIXELSY) : kPlainDensity;
-    if (device != nullptr) ReleaseDC(window, device);
-    return MulDiv(length, density, kPlainDensity);
-}
-
 RECT PlaceOf(const FileDialog* dialog, int id) {
     RECT place = {};
     GetWindowRect(Control(dialog, id), &place);
@@ -318,7 +311,7 @@ void StretchControls(const FileDialog* dialog, int width, int height) {
     // The height of a drop-down list is that of its open state.
     const RECT encoding = PlaceOf(dialog, IDC_FILE_ENCODING);
     Resize(dialog, IDC_FILE_ENCODING, width - margin - static_cast<int>(encoding.left),
-           (kShownEncodings + 1) * Scaled(dialog->window, kTouchHeight));
+           (kShownEncodings + 1) * shell::ScaledToScreen(kTouchHeight));
     const RECT list = PlaceOf(dialog, IDC_FILE_LIST);
     Resize(dialog, IDC_FILE_LIST, width - static_cast<int>(list.left), height - static_cast<int>(list.top));
     FitFileColumns(dialog->list, dialog->chooser.listing);
@@ -341,7 +334,7 @@ void FillEncodings(const FileDialog* dialog) {
     for (uint32_t i = 0; i < TheCodecList().count; ++i)
         SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(CodecName(i)));
     SendMessageW(box, CB_SETCURSEL, dialog->chooser.codecIndex, 0);
-    shell::EnlargeComboBox(box, Scaled(dialog->window, kTouchHeight));
+    shell::EnlargeComboBox(box, shell::ScaledToScreen(kTouchHeight));
 }
 
 bool ShowFirstFolder(FileDialog* dialog) {

@@ -11,12 +11,12 @@
 #include "files/file_list_view.h"
 #include "platform/win32/casts.h"
 #include "resources/resource.h"
+#include "shell/density.h"
 
 namespace nira {
 
 namespace {
 
-constexpr int kPlainDensity = 96;
 constexpr int kRowHeight = 24;  // at the plain density: what a finger hits
 constexpr int kTextMargins = 16;
 constexpr UINT_PTR kHeaderHook = 1;
@@ -24,13 +24,6 @@ constexpr const wchar_t* kOwnWidths = L"nira.widths";  // property of a list who
 
 LRESULT Tell(HWND list, UINT message, WPARAM first, LPARAM second) {
     return SendMessageW(list, message, first, second);
-}
-
-int Scaled(HWND window, int length) {
-    const HDC device = GetDC(window);
-    const int density = device != nullptr ? GetDeviceCaps(device, LOGPIXELSY) : kPlainDensity;
-    if (device != nullptr) ReleaseDC(window, device);
-    return MulDiv(length, density, kPlainDensity);
 }
 
 // ---- Rows ----
@@ -57,7 +50,7 @@ void AddIcon(HIMAGELIST images, HDC device, int id, SIZE image) {
 }
 
 void SetImages(HWND list) {
-    const SIZE image = {Scaled(list, IMG_SIZE), Scaled(list, kRowHeight)};
+    const SIZE image = {shell::ScaledToScreen(IMG_SIZE), shell::ScaledToScreen(kRowHeight)};
     const HIMAGELIST images = ImageList_Create(image.cx, image.cy, ILC_COLOR24 | ILC_MASK, 2, 0);
     const HDC device = GetDC(list);
     AddIcon(images, device, IDI_FOLDER, image);
@@ -91,7 +84,7 @@ LRESULT CALLBACK HeaderProc(HWND header, UINT message, WPARAM first, LPARAM seco
     const LRESULT result = DefSubclassProc(header, message, first, second);
     if (message == HDM_LAYOUT && result != 0) {
         const auto* layout = reinterpret_cast<const HDLAYOUT*>(second);
-        const int height = std::max(layout->pwpos->cy, Scaled(header, kRowHeight));
+        const int height = std::max(layout->pwpos->cy, shell::ScaledToScreen(kRowHeight));
         layout->prc->top += height - layout->pwpos->cy;
         layout->pwpos->cy = height;
     }
@@ -140,8 +133,8 @@ ColumnWidths NeededWidths(HWND list, const FolderListing& listing) {
     constexpr uint64_t kLateDate = 134428896000000000;  // a day and a month of two digits each, in 2026
     wchar_t date[80];
     FormatDate(date, static_cast<int>(std::size(date)), kLateDate);
-    const int margins = Scaled(list, kTextMargins);
-    return {{WidestName(list, listing) + Scaled(list, IMG_SIZE) + margins,
+    const int margins = shell::ScaledToScreen(kTextMargins);
+    return {{WidestName(list, listing) + shell::ScaledToScreen(IMG_SIZE) + margins,
              TextWidth(list, L"1023.9M") + margins, TextWidth(list, date) + margins}};
 }
 

@@ -1,14 +1,18 @@
 #include "shell/bar_images.h"
 
+#include "shell/density.h"
 #include "shell/subclass.h"
 
 namespace shell {
 
 namespace {
 
-constexpr int kPlainDensity = 96;
 constexpr int kGrowBy = 16;
-constexpr int kPixelCount = kBarImageSize * kBarImageSize;
+constexpr int kTouchSize = 24;  // of a button, both ways, at the plain density
+// What a tool bar adds around an image.
+constexpr int kAround = 8;
+constexpr int kAboveAndBelow = 6;
+constexpr int kPixelCount = kBarPictureSize * kBarPictureSize;
 
 // The blue, green, red and opacity of one pixel, as a bitmap of 32 bits keeps them.
 struct Pixel {
@@ -18,17 +22,17 @@ struct Pixel {
     BYTE opacity;
 };
 
-// A square bitmap and its pixels, rows from the top.
+// A bitmap and its pixels, rows from the top, none set.
 struct Canvas {
     HBITMAP bitmap;
     Pixel* pixels;
 };
 
-Canvas OpenCanvas(int size) {
+Canvas OpenCanvas(int width, int height) {
     BITMAPINFO info = {};
     info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = size;
-    info.bmiHeader.biHeight = -size;
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     void* pixels = nullptr;
@@ -43,7 +47,7 @@ bool DrawOn(const Canvas& canvas, DWORD ground, HIMAGELIST list, int index) {
         return false;
     }
     const HGDIOBJ before = SelectObject(device, canvas.bitmap);
-    PatBlt(device, 0, 0, kBarImageSize, kBarImageSize, ground);
+    PatBlt(device, 0, 0, kBarPictureSize, kBarPictureSize, ground);
     const bool drawn = ImageList_Draw(list, index, device, 0, 0, ILD_TRANSPARENT) != FALSE;
     GdiFlush();
     SelectObject(device, before);
@@ -67,48 +71,61 @@ Pixel Unblended(Pixel onBlack, Pixel onWhite) {
             opacity};
 }
 
-bool ReadImage(HIMAGELIST list, int index, Pixel (&image)[kPixelCount]) {
-    const Canvas black = OpenCanvas(kBarImageSize);
-    const Canvas white = OpenCanvas(kBarImageSize);
+bool ReadPicture(HIMAGELIST list, int index, Pixel (&picture)[kPixelCount]) {
+    const Canvas black = OpenCanvas(kBarPictureSize, kBarPictureSize);
+    const Canvas white = OpenCanvas(kBarPictureSize, kBarPictureSize);
     const bool read = DrawOn(black, BLACKNESS, list, index) && DrawOn(white, WHITENESS, list, index);
     for (int i = 0; read && i < kPixelCount; ++i) {
-        image[i] = Unblended(black.pixels[i], white.pixels[i]);
+        picture[i] = Unblended(black.pixels[i], white.pixels[i]);
     }
     DeleteObject(black.bitmap);
     DeleteObject(white.bitmap);
     return read;
 }
 
-// One bit per pixel, set where nothing is to be drawn: for drawing that knows no opacities. Rows of this
-// width end at a whole word.
-HBITMAP CreateMask(const Pixel* pixels, int size) {
-    const int count = size * size;
-    auto* bits = static_cast<BYTE*>(AllocRecord(static_cast<size_t>(count) / 8));
+// Repeats the pixels of a picture in the middle of an image.
+void Magnify(const Pixel (&picture)[kPixelCount], const BarImageFormat& format, Pixel* image) {
+    const int size = kBarPictureSize * format.factor;
+    const int left = (format.width - size) / 2;
+    const int top = (format.height - size) / 2;
+    for (int i = 0; i < size * size; ++i) {
+        const int x = i % size;
+        const int y = i / size;
+        image[(top + y) * format.width + left + x] =
+            picture[y / format.factor * kBarPictureSize + x / format.factor];
+    }
+}
+
+// One bit per pixel, set where nothing is to be drawn: for drawing that knows no opacities.
+HBITMAP CreateMask(const Pixel* image, const BarImageFormat& format) {
+    const int rowBytes = (format.width + 15) / 16 * 2;
+    auto* bits = static_cast<BYTE*>(AllocRecord(static_cast<size_t>(rowBytes * format.height)));
     if (!bits) {
         return nullptr;
     }
-    for (int i = 0; i < count; ++i) {
-        if (pixels[i].opacity < 128) {
-            bits[i / 8] = static_cast<BYTE>(bits[i / 8] | (0x80 >> i % 8));
+    for (int i = 0; i < format.width * format.height; ++i) {
+        const int x = i % format.width;
+        BYTE& eight = bits[i / format.width * rowBytes + x / 8];
+        if (image[i].opacity < 128) {
+            eight = static_cast<BYTE>(eight | (0x80 >> x % 8));
         }
     }
-    const HBITMAP mask = CreateBitmap(size, size, 1, 1, bits);
+    const HBITMAP mask = CreateBitmap(format.width, format.height, 1, 1, bits);
     FreeRecord(bits);
     return mask;
 }
 
-bool AddOne(HIMAGELIST list, int factor, HIMAGELIST source, int index) {
-    Pixel image[kPixelCount];
-    const int size = kBarImageSize * factor;
-    const Canvas large = OpenCanvas(size);
-    bool added = large.bitmap && ReadImage(source, index, image);
-    for (int i = 0; added && i < size * size; ++i) {
-        large.pixels[i] = image[i / size / factor * kBarImageSize + i % size / factor];
+bool AddOne(HIMAGELIST list, const BarImageFormat& format, HIMAGELIST source, int index) {
+    Pixel picture[kPixelCount];
+    const Canvas image = OpenCanvas(format.width, format.height);
+    bool added = image.bitmap && ReadPicture(source, index, picture);
+    if (added) {
+        Magnify(picture, format, image.pixels);
     }
-    const HBITMAP mask = added ? CreateMask(large.pixels, size) : nullptr;
-    added = mask && ImageList_Add(list, large.bitmap, mask) >= 0;
+    const HBITMAP mask = added ? CreateMask(image.pixels, format) : nullptr;
+    added = mask && ImageList_Add(list, image.bitmap, mask) >= 0;
     DeleteObject(mask);
-    DeleteObject(large.bitmap);
+    DeleteObject(image.bitmap);
     return added;
 }
 
@@ -121,33 +138,28 @@ HWND CreateReader() {
                                         GetModuleHandleW(nullptr), nullptr);
     if (reader) {
         SendMessageW(reader, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-        SendMessageW(reader, TB_SETBITMAPSIZE, 0, MAKELPARAM(kBarImageSize, kBarImageSize));
+        SendMessageW(reader, TB_SETBITMAPSIZE, 0, MAKELPARAM(kBarPictureSize, kBarPictureSize));
     }
     return reader;
 }
 
+int Larger(int one, int other) { return one > other ? one : other; }
+
 }  // namespace
 
-int BarImageFactor(int dotsPerInch) {
-    const int factor = (dotsPerInch + kPlainDensity / 2) / kPlainDensity;
-    return factor > 1 ? factor : 1;
+BarImageFormat BarImagesFor(int dotsPerInch) {
+    const int nearest = (dotsPerInch + kPlainDensity / 2) / kPlainDensity;
+    const int factor = nearest > 1 ? nearest : 1;
+    const int picture = kBarPictureSize * factor;
+    const int button = MulDiv(kTouchSize, dotsPerInch, kPlainDensity);
+    return {factor, Larger(picture, button - kAround), Larger(picture, button - kAboveAndBelow)};
 }
 
-int ScreenImageFactor() {
-    const HDC screen = GetDC(nullptr);
-    const int density = screen ? GetDeviceCaps(screen, LOGPIXELSX) : kPlainDensity;
-    if (screen) {
-        ReleaseDC(nullptr, screen);
-    }
-    return BarImageFactor(density);
+HIMAGELIST CreateBarImages(const BarImageFormat& format) {
+    return ImageList_Create(format.width, format.height, ILC_COLOR32 | ILC_MASK, 0, kGrowBy);
 }
 
-HIMAGELIST CreateBarImages(int factor) {
-    const int size = kBarImageSize * factor;
-    return ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 0, kGrowBy);
-}
-
-int AddMagnified(HIMAGELIST list, int factor, HINSTANCE instance, int bitmapId, int count) {
+int AddBarImages(HIMAGELIST list, const BarImageFormat& format, HINSTANCE instance, int bitmapId, int count) {
     const HWND reader = CreateReader();
     if (!reader) {
         return -1;
@@ -159,10 +171,14 @@ int AddMagnified(HIMAGELIST list, int factor, HINSTANCE instance, int bitmapId, 
     const int first = ImageList_GetImageCount(list);
     bool added = base >= 0 && source;
     for (int i = 0; added && i < count; ++i) {
-        added = AddOne(list, factor, source, base + i);
+        added = AddOne(list, format, source, base + i);
     }
     DestroyWindow(reader);
-    return added ? first : -1;
+    if (!added) {
+        ImageList_SetImageCount(list, static_cast<UINT>(first));
+        return -1;
+    }
+    return first;
 }
 
 }  // namespace shell

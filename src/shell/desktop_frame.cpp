@@ -4,6 +4,7 @@
 
 #include "shell/activation.h"
 #include "shell/bar_dock.h"
+#include "shell/density.h"
 #include "shell/menu_bar.h"
 #include "shell/subclass.h"
 
@@ -16,7 +17,6 @@ constexpr int kFirstWidth = 480;
 constexpr int kFirstHeight = 640;
 constexpr int kLeastWidth = 160;
 constexpr int kLeastHeight = 120;
-constexpr int kPlainDensity = 96;
 
 struct Frame {
     FrameEvents events;
@@ -26,15 +26,6 @@ struct Frame {
 };
 
 int Scaled(int length, int dotsPerInch) { return MulDiv(length, dotsPerInch, kPlainDensity); }
-
-int ScreenDensity() {
-    const HDC screen = GetDC(nullptr);
-    const int density = screen ? GetDeviceCaps(screen, LOGPIXELSX) : kPlainDensity;
-    if (screen) {
-        ReleaseDC(nullptr, screen);
-    }
-    return density > 0 ? density : kPlainDensity;
-}
 
 RECT WorkArea() {
     RECT work = {0, 0, kFirstWidth, kFirstHeight};

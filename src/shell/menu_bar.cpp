@@ -3,6 +3,7 @@
 #include "shell/bar_description.h"
 #include "shell/bar_dock.h"
 #include "shell/bar_images.h"
+#include "shell/density.h"
 #include "shell/menu_fit.h"
 #include "shell/menu_walk.h"
 #include "shell/subclass.h"
@@ -12,16 +13,9 @@ namespace shell {
 namespace {
 
 constexpr const wchar_t* kRecordName = L"shell.bar";
-constexpr int kMaxBitmaps = 8;
 constexpr int kMaxLabel = 128;
-constexpr int kMargin = 4;  // above and below the rows of buttons together
-
-// Where the images of one added bitmap lie.
-struct ImageRange {
-    int first;  // as the description counts
-    int count;
-    int toolBar;  // as the tool bar counts
-};
+constexpr int kMargin = 4;        // above and below the rows of buttons together
+constexpr int kTouchHeight = 24;  // of a button without an image, at the plain density
 
 struct Slot {
     UINT command;
@@ -37,11 +31,8 @@ struct Bar {
     HMENU menu;  // loaded for this bar, or null
     Slot* slots;
     int slotCount;
-    ImageRange ranges[kMaxBitmaps];
-    int rangeCount;
-    int imageCount;
-    int imageFactor;    // above 1 on a dense screen, see bar_images.h
-    HIMAGELIST images;  // the magnified ones; null where the tool bar's own list serves
+    BarImageFormat format;
+    HIMAGELIST images;  // null until some are added
     HMENU openPopup;    // being shown now
     UINT openCommand;
     bool inClick;  // the tool bar is working on a click and would not survive being destroyed
@@ -385,8 +376,9 @@ bool AddButton(Bar* bar, const BarButton& button) {
 bool FillBar(Bar* bar, const BarDescription& description) {
     Tell(bar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     Tell(bar, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_MIXEDBUTTONS);
-    const int imageSize = kBarImageSize * bar->imageFactor;
-    Tell(bar, TB_SETBITMAPSIZE, 0, MAKELPARAM(imageSize, imageSize));
+    Tell(bar, TB_SETBITMAPSIZE, 0, MAKELPARAM(bar->format.width, bar->format.height));
+    const int height = ScaledToScreen(kTouchHeight);
+    Tell(bar, TB_SETBUTTONSIZE, 0, MAKELPARAM(height, height));
     if (description.menuId >= 0) {
         bar->menu = LoadMenuW(bar->instance, MAKEINTRESOURCEW(description.menuId));
         if (!bar->menu) {
@@ -423,7 +415,7 @@ Bar* AttachBar(HWND window, HINSTANCE instance) {
     }
     bar->window = window;
     bar->instance = instance;
-    bar->imageFactor = ScreenImageFactor();
+    bar->format = BarImagesFor(ScreenDensity());
     if (!AttachRecord(window, MenuBarProc, kRecordName, bar)) {
         FreeBar(bar);
         return nullptr;
@@ -431,22 +423,12 @@ Bar* AttachBar(HWND window, HINSTANCE instance) {
     return bar;
 }
 
-// Adds images to the list that the tool bar draws from; the index of the first in that list, or -1.
-int AddPlain(const Bar* bar, HINSTANCE instance, int bitmapId, int count) {
-    TBADDBITMAP bitmap = {instance, static_cast<UINT_PTR>(bitmapId)};
-    return static_cast<int>(
-        Tell(bar, TB_ADDBITMAP, static_cast<WPARAM>(count), reinterpret_cast<LPARAM>(&bitmap)));
-}
-
-int AddLarge(Bar* bar, HINSTANCE instance, int bitmapId, int count) {
+bool HasImageList(Bar* bar) {
     if (!bar->images) {
-        bar->images = CreateBarImages(bar->imageFactor);
-        if (!bar->images) {
-            return -1;
-        }
+        bar->images = CreateBarImages(bar->format);
         Tell(bar, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(bar->images));
     }
-    return AddMagnified(bar->images, bar->imageFactor, instance, bitmapId, count);
+    return bar->images != nullptr;
 }
 
 void DestroyKeepingError(HWND window) {
@@ -496,26 +478,23 @@ BOOL SHCreateMenuBar(MenuBarInfo* info) {
 
 int AddBarBitmap(HWND window, HINSTANCE instance, int bitmapId, int count) {
     Bar* bar = FindBar(window);
-    if (!bar || count <= 0 || bar->rangeCount == kMaxBitmaps) {
+    if (!bar || count <= 0) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return -1;
     }
-    const int base = bar->imageFactor > 1 ? AddLarge(bar, instance, bitmapId, count)
-                                          : AddPlain(bar, instance, bitmapId, count);
-    if (base < 0) {
+    const int first =
+        HasImageList(bar) ? AddBarImages(bar->images, bar->format, instance, bitmapId, count) : -1;
+    if (first < 0) {
         return -1;
     }
-    const ImageRange range = {bar->imageCount, count, base};
-    bar->ranges[bar->rangeCount++] = range;
-    bar->imageCount += count;
     for (int i = 0; i < bar->slotCount; ++i) {
-        const int offset = bar->slots[i].image - range.first;
-        if (bar->slots[i].image >= 0 && offset >= 0 && offset < count) {
-            Tell(bar, TB_CHANGEBITMAP, bar->slots[i].command, base + offset);
+        const Slot& slot = bar->slots[i];
+        if (slot.image >= first && slot.image < first + count) {
+            Tell(bar, TB_CHANGEBITMAP, slot.command, slot.image);
         }
     }
     RefreshDock(GetParent(window));
-    return range.first;
+    return first;
 }
 
 int MenuBarHeight(HWND window) {

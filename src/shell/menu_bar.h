@@ -61,7 +61,7 @@ BOOL SHCreateMenuBar(MenuBarInfo* info);
 // Returns the bar or null with the last error set.
 HWND CreateBarFromMemory(HWND owner, HINSTANCE instance, const void* description, size_t byteCount);
 
-// Adds `count` images of 16 x 16 pixels to a bar, which shows them larger on a dense screen: a bitmap of
+// Adds `count` pictures of 16 x 16 pixels to a bar, which shows them larger on a dense screen: a bitmap of
 // `instance`, or with HINST_COMMCTRL one of the system's (IDB_STD_SMALL_COLOR has 15). The image numbers of
 // the description count through all bitmaps in the order they were added. Returns the number, as the
 // description counts, of the first image, or -1 on failure.
