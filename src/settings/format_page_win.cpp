@@ -2,6 +2,7 @@
 
 #include <commdlg.h>
 
+#include <algorithm>
 #include <initializer_list>
 
 #include "app/services/memory.h"
@@ -19,6 +20,7 @@ namespace {
 constexpr int kListRow = 15;            // dialog units; 24 pixels where nothing is enlarged
 constexpr int kFullChooserUnits = 310;  // width of the whole colour chooser with its frame, in dialog units
 constexpr int kCustomColors = 16;
+constexpr UINT kOneLine = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
 
 HWND Control(WindowHandle page, int control) { return GetDlgItem(ToHwnd(page), control); }
 
@@ -95,6 +97,47 @@ void DrawColorButton(const DRAWITEMSTRUCT& item) {
     }
 }
 
+int WidthOf(HDC device, const wchar_t* text, int length) {
+    SIZE size = {};
+    GetTextExtentPoint32W(device, text, length, &size);
+    return static_cast<int>(size.cx);
+}
+
+// Shortens "Face, 14 pt" to a width: it is the name that gives way, not the size. Returns the units left.
+int ShortenFontText(HDC device, wchar_t* text, int length, int width) {
+    constexpr wchar_t kDots[] = L"...";
+    constexpr int kDotUnits = 3;
+    constexpr wchar_t kSizeMark[] = L",";
+    wchar_t* size = std::find_end(text, text + length, kSizeMark, kSizeMark + 1);
+    const auto sizeUnits = static_cast<int>(text + length - size);
+    if (WidthOf(device, text, length) <= width || size - text <= kDotUnits) return length;
+    const int room = width - WidthOf(device, size, sizeUnits) - WidthOf(device, kDots, kDotUnits);
+    int kept = 0;
+    SIZE unused = {};
+    GetTextExtentExPointW(device, text, static_cast<int>(size - text), std::max(room, 0), &kept, nullptr,
+                          &unused);
+    kept = std::min(kept, static_cast<int>(size - text) - kDotUnits);
+    std::copy_n(kDots, kDotUnits, text + kept);
+    std::copy_n(size, sizeUnits, text + kept + kDotUnits);
+    return kept + kDotUnits + sizeUnits;
+}
+
+void DrawFontText(const DRAWITEMSTRUCT& item) {
+    const auto units = static_cast<size_t>(GetWindowTextLengthW(item.hwndItem));
+    auto* text = MemAllocArray<wchar_t>(nullptr, units + 1);
+    const int length = GetWindowTextW(item.hwndItem, text, static_cast<int>(units) + 1);
+    const auto font = reinterpret_cast<HFONT>(SendMessageW(item.hwndItem, WM_GETFONT, 0, 0));
+    const HGDIOBJ before = SelectObject(item.hDC, font);
+    RECT area = item.rcItem;
+    FillRect(item.hDC, &area, GetSysColorBrush(COLOR_BTNFACE));
+    SetTextColor(item.hDC, GetSysColor(COLOR_BTNTEXT));
+    SetBkMode(item.hDC, TRANSPARENT);
+    const int shown = ShortenFontText(item.hDC, text, length, static_cast<int>(area.right - area.left));
+    DrawTextW(item.hDC, text, shown, &area, kOneLine);
+    SelectObject(item.hDC, before);
+    MemFree(nullptr, text);
+}
+
 void DrawListRow(const DRAWITEMSTRUCT& item) {
     const bool selected = (item.itemState & ODS_SELECTED) != 0;
     FillRect(item.hDC, &item.rcItem, GetSysColorBrush(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
@@ -107,7 +150,7 @@ void DrawListRow(const DRAWITEMSTRUCT& item) {
     SetBkMode(item.hDC, TRANSPARENT);
     RECT area = item.rcItem;
     InflateRect(&area, -4, 0);
-    DrawTextW(item.hDC, text, -1, &area, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    DrawTextW(item.hDC, text, -1, &area, kOneLine | DT_END_ELLIPSIS);
     if ((item.itemState & ODS_FOCUS) != 0) DrawFocusRect(item.hDC, &item.rcItem);
 }
 
@@ -182,6 +225,8 @@ intptr_t HandleFormat(WindowHandle page, uint32_t message, uintptr_t first, intp
     const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(second);
     if (item.CtlID == IDC_FORMAT_COLOR_SET) {
         DrawListRow(item);
+    } else if (item.CtlID == IDC_FORMAT_FONT) {
+        DrawFontText(item);
     } else {
         DrawColorButton(item);
     }

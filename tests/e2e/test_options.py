@@ -698,6 +698,23 @@ def test_every_setting_is_stored_and_in_effect_at_once_and_after_a_restart(opene
     assert now == EVERY_CHANGE
 
 
+def test_cancelling_every_change_changes_nothing(opened, start):
+    nira, path = opened(b"\ta\r\n")
+    key("Right")
+    before = caret(nira)
+    area = editor(nira)
+    sheet = Sheet(nira)
+    change_everything(sheet)
+    key("Escape")
+    sheet.wait_end()
+    assert nira_driver.values(SETTINGS) == {}
+    assert caret(nira) == before
+    assert pixel(area.left + 200, area.top + 100) == SYSTEM_BACK
+    again = restarted(nira, start, path)
+    Sheet(again).confirm()
+    assert found() == stored()
+
+
 # ---- odd settings
 
 @pytest.mark.parametrize("font", ["", "Courier New\u1000", "Courier New\u00ff", "No Such Font\u000e",

@@ -46,9 +46,11 @@ def find(text, *before):
 
 
 def bar(nira):
-    bars = [child for child in nira.window().children if child.kind == "ToolbarWindow32"]
-    assert len(bars) == 1, bars
-    return bars[0]
+    """The one bar that is shown; while one takes the other's place there are two, or none."""
+    def look():
+        bars = [child for child in nira.window().children if child.kind == "ToolbarWindow32"]
+        return bars[0] if len(bars) == 1 else None
+    return nira_driver.wait_for("one bar", look)
 
 
 def click_button(place, number):

@@ -86,6 +86,23 @@ TEST_F(OptionsStore, TakesValuesAsTheyAre) {
     }
 }
 
+TEST_F(OptionsStore, TheTabSizeOfMeasuringIsTheStoredOneAsFarAsItIsSigned) {
+    const std::pair<uint32_t, int32_t> sizes[] = {
+        {0, 0},
+        {3, 3},
+        {500, 500},
+        {0x7FFFFFFF, INT32_MAX},
+        {0x80000000, INT32_MAX},
+        {0xFFFFFFFE, INT32_MAX},
+        {0xFFFFFFFF, -1},
+    };
+    for (const auto& [stored, measured] : sizes) {
+        RegistryMemorySetDword(kUser, kKey, u"tabSize", stored);
+        Reload();
+        EXPECT_EQ(OptionsTabSize(), measured) << stored;
+    }
+}
+
 TEST_F(OptionsStore, ReadsEachValueIntoItsOwnField) {
     uint32_t next = 1000;
     for (const Number& number : kNumbers) RegistryMemorySetDword(kUser, kKey, number.name, next++);

@@ -5,8 +5,10 @@
 
 #include <commctrl.h>
 
+#include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "options_sheet_fixture.h"
 
@@ -342,6 +344,31 @@ TEST_F(OptionsSheet, AFontIsDescribedWhateverTheLengthOfItsName) {
     Run([&] { EXPECT_EQ(TextOf(Control(IDC_FORMAT_FONT)), std::wstring(200, L'f') + L", 14 pt"); });
 }
 
+std::vector<COLORREF> PixelsOf(HWND window) {
+    UpdateWindow(window);
+    RECT client = {};
+    GetClientRect(window, &client);
+    std::vector<COLORREF> pixels;
+    const HDC device = GetDC(window);
+    for (int y = 0; y < client.bottom; ++y) {
+        for (int x = 0; x < client.right; ++x) pixels.push_back(GetPixel(device, x, y));
+    }
+    ReleaseDC(window, device);
+    return pixels;
+}
+
+TEST_F(OptionsSheet, TheSizeOfAFontIsSeenHoweverLongItsName) {
+    OwnerOf(240, 320);
+    std::vector<COLORREF> seen[2];
+    for (const char16_t size : {u'\u100E', u'\u1048'}) {
+        MemFree(nullptr, TheOptions().font);
+        TheOptions().font = MemStrDup(nullptr, (std::u16string(200, u'f') + size).c_str());
+        Run([&] { seen[size == u'\u1048'] = PixelsOf(Control(IDC_FORMAT_FONT)); });
+    }
+    EXPECT_FALSE(seen[0].empty());
+    EXPECT_NE(seen[0], seen[1]);
+}
+
 // ---- numbers out of range ----
 
 TEST_F(OptionsSheet, AWrongNumberKeepsThePageAndIsSelected) {
@@ -462,6 +489,71 @@ TEST_F(OptionsSheet, SettingsThatCannotBeStoredStayInEffect) {
 }
 
 // ---- colours ----
+
+std::function<void(HWND)> useChooser;
+
+// Does that with the colour chooser once it is there.
+void CALLBACK UseChooser(HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND chooser = FindWindowW(L"#32770", L"Color");
+    if (chooser == nullptr || !IsWindowVisible(chooser)) return;
+    KillTimer(nullptr, timer);
+    useChooser(chooser);
+}
+
+// The first of the chooser's custom colours, by its pixels.
+COLORREF FirstCustomColor(HWND chooser) {
+    constexpr int kCustomColors = 721;
+    UpdateWindow(chooser);
+    RECT cells = {};
+    GetWindowRect(GetDlgItem(chooser, kCustomColors), &cells);
+    MapWindowPoints(nullptr, chooser, reinterpret_cast<POINT*>(&cells), 2);
+    const HDC device = GetDC(chooser);
+    const COLORREF color = GetPixel(device, cells.left + (cells.right - cells.left) / 16,
+                                    cells.top + (cells.bottom - cells.top) / 4);
+    ReleaseDC(chooser, device);
+    return color;
+}
+
+TEST_F(OptionsSheet, TheChooserBeginsWithTheColorOfItsButton) {
+    TheOptions().selection.back = RGB(10, 20, 30);
+    Run([&] {
+        ShowColorSet(kColorsOfSelection);
+        for (const WPARAM answer : {IDOK, IDCANCEL}) {
+            bool used = false;
+            useChooser = [&](HWND chooser) {
+                used = true;
+                PostMessageW(chooser, WM_COMMAND, answer, 0);
+            };
+            SetTimer(nullptr, 0, 10, UseChooser);
+            Press(IDC_FORMAT_BACK);
+            EXPECT_TRUE(used);
+            EXPECT_EQ(*ShownColor(false), RGB(10, 20, 30));
+        }
+    });
+}
+
+TEST_F(OptionsSheet, CustomColorsAreBlackWheneverTheChooserOpens) {
+    constexpr WPARAM kAddToCustomColors = 712;
+    TheOptions().text.fore = RGB(250, 20, 30);
+    COLORREF opened[2] = {1, 1};
+    COLORREF added[2] = {1, 1};
+    Run([&] {
+        for (int i = 0; i < 2; ++i) {
+            useChooser = [&, i](HWND chooser) {
+                opened[i] = FirstCustomColor(chooser);
+                SendMessageW(chooser, WM_COMMAND, kAddToCustomColors, 0);
+                added[i] = FirstCustomColor(chooser);
+                PostMessageW(chooser, WM_COMMAND, IDOK, 0);
+            };
+            SetTimer(nullptr, 0, 10, UseChooser);
+            Press(IDC_FORMAT_FORE);
+        }
+    });
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(opened[i], RGB(0, 0, 0)) << i;
+        EXPECT_NE(added[i], RGB(0, 0, 0)) << i;
+    }
+}
 
 TEST_F(OptionsSheet, ColorButtonsShowTheColorsOfTheChosenSet) {
     TheOptions().text.fore = RGB(200, 0, 0);
