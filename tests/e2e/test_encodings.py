@@ -154,6 +154,27 @@ def test_under_auto_a_file_that_was_named_at_the_start_is_saved_as_it_was(start,
     assert [one.name for one in tmp_path.iterdir()] == ["long.txt"]
 
 
+def test_under_auto_new_and_empty_documents_become_utf_8_without_a_mark(start, installed, tmp_path):
+    nira_driver.set_text("DefaultEncoding", "Auto")
+    nira_driver.set_number("bomSave", 1)
+    (tmp_path / "empty.txt").write_bytes(b"")
+    nira = start(tmp_path / "empty.txt", program=installed)
+    nira.wait_title("empty.txt")
+    type_text("a")
+    nira.wait_title("empty.txt *")
+    key("ctrl+s", "ctrl+n")
+    nira.wait_title("Untitled2")
+    type_text("b")
+    nira.wait_title("Untitled2 *")
+    key("ctrl+s")
+    nira.wait_dialog("Save file")
+    assert child(nira, "Save file", "ComboBox").text == "Auto"
+    nira.choose_file("Save file", tmp_path / "new.txt")
+    nira.wait_title("new.txt")
+    assert (tmp_path / "empty.txt").read_bytes() == b"a"
+    assert (tmp_path / "new.txt").read_bytes() == b"b"
+
+
 def test_a_recent_file_whose_encoding_is_gone_is_opened_as_ansi(start, installed, encodings, tmp_path):
     (tmp_path / "old.txt").write_bytes(b"\xcf\xd2\r\n")
     nira = start(program=installed)

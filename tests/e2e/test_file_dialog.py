@@ -230,6 +230,25 @@ def test_a_folder_that_may_not_be_read_is_told_and_the_listing_stays(start, fold
     wait_folder(nira, "Open file", folder / "inner")
 
 
+def test_a_file_is_reached_whose_path_is_longer_than_260_characters(start, tmp_path):
+    deep = tmp_path / ("d" * 150) / ("e" * 150)
+    deep.mkdir(parents=True)
+    (deep / "notes.txt").write_bytes(b"one\r\n")
+    nira = start()
+    nira.wait_title("Untitled1")
+    open_at(nira, tmp_path)
+    for folder in deep.parent, deep:
+        click_row(nira, "Open file", 0, times=2)
+        wait_folder(nira, "Open file", folder)
+    click_row(nira, "Open file", 0, times=2)
+    nira.wait_title("notes.txt")
+    save_as(nira)
+    assert shown_folder(nira, "Save file") == windows_path(deep)
+    nira.choose_file("Save file", "new.txt")
+    nira.wait_title("new.txt")
+    assert (deep / "new.txt").read_bytes() == b"one\r\n"
+
+
 @pytest.fixture
 def drive():
     """drive(folder) makes E: of a folder of this system, which need not be there."""
