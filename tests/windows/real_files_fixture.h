@@ -63,7 +63,7 @@ class RealFiles : public testing::Test {
         const HANDLE file = CreateFileW(Path(name).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                         OPEN_EXISTING, 0, nullptr);
         if (file == INVALID_HANDLE_VALUE) return "(missing)";
-        std::string bytes(100000, '\0');
+        std::string bytes(GetFileSize(file, nullptr), '\0');
         DWORD read = 0;
         ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr);
         CloseHandle(file);
