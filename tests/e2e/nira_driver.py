@@ -69,6 +69,18 @@ class Observer:
 OBSERVER = Observer()
 
 
+class MenuItem:
+    """An item of an open pop-up. `states` are of grayed, checked, radio (its mark is a dot) and pop-up (it opens one);
+    a tab of the text, in front of a key, is shown as "|"."""
+
+    def __init__(self, line):
+        command, states, self.text = line.split("\t")
+        self.command, self.states = int(command), set(states.split())
+
+    def __repr__(self):
+        return f"{self.command} {sorted(self.states)} '{self.text}'"
+
+
 def keep_desktop():
     """Starts the observer, which holds the Wine desktop open between programs; it ends when the standard input of what
     this returns is closed."""
@@ -110,6 +122,23 @@ def windows():
     return tops
 
 
+def menu():
+    """The items of the pop-up in front; none while no pop-up is open."""
+    return [MenuItem(line) for line in probe("menu").splitlines()]
+
+
+def open_menu(*keys):
+    """Opens a pop-up by these keys and gives its items by their commands; nested pop-ups by their texts."""
+    before = [repr(item) for item in menu()]
+    key(*keys)
+
+    def look():
+        items = menu()
+        return items if items and [repr(item) for item in items] != before else None
+    items = wait_for(f"pop-up of {keys}", look)
+    return {item.command or item.text: item for item in items if item.command or "pop-up" in item.states}
+
+
 def forget_settings():
     probe("forget", SETTINGS)
 
@@ -120,6 +149,11 @@ def set_number(name, value):
 
 def set_text(name, value):
     probe("text", SETTINGS, name, value)
+
+
+def set_value(key_name, name, kind, data):
+    """A value of any type, also one that no program would write."""
+    probe("value", key_name, name, str(kind), data.hex())
 
 
 def texts(key_name):

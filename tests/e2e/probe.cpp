@@ -6,10 +6,15 @@
 //   nira_probe forget KEY                    deletes HKEY_CURRENT_USER\KEY with all below it
 //   nira_probe number KEY NAME VALUE         sets a REG_DWORD
 //   nira_probe text KEY NAME VALUE           sets a REG_SZ
+//   nira_probe value KEY NAME TYPE HEX       sets a value of any type to bytes given in hexadecimal
 //   nira_probe bytes KEY NAME                type and bytes of a value in hexadecimal; nothing without one
 //   nira_probe values KEY                    one line per value of HKEY_CURRENT_USER\KEY: name type bytes in
 //                                            hexadecimal, tab-separated
 //   nira_probe end-session                   asks every top-level window of NIRA whether the session may end
+//   nira_probe menu                          the items of the pop-up in front, one per line: identifier (0
+//   for
+//                                            separators and nested pop-ups), states, text
+//   nira_probe no-clipboard                  empties the clipboard
 //   nira_probe minimised                     1 or 0 for every top-level window of NIRA
 //   nira_probe hold FILE                     keeps a file or folder open, shared with nobody, until its input
 //                                            ends
@@ -25,6 +30,8 @@
 #include <cstdio>
 #include <string>
 #include <vector>
+
+#include "watcher.h"
 
 namespace {
 
@@ -135,9 +142,63 @@ BOOL CALLBACK PrintMinimised(HWND window, LPARAM) {
     return TRUE;
 }
 
+// The hook runs in the program of the window that the question is sent to.
+bool AskWatcher(HWND popup, HMODULE watcher) {
+    const auto proc =
+        reinterpret_cast<HOOKPROC>(reinterpret_cast<void*>(GetProcAddress(watcher, "WatchMessages")));
+    const DWORD thread = GetWindowThreadProcessId(popup, nullptr);
+    const HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, proc, watcher, thread);
+    if (hook == nullptr) return false;
+    DWORD_PTR result = 0;
+    SendMessageTimeoutW(popup, RegisterWindowMessageW(kWatcherQuestion), 0, 0, SMTO_NORMAL, 5000, &result);
+    UnhookWindowsHookEx(hook);
+    return true;
+}
+
+BOOL CALLBACK FindPopup(HWND window, LPARAM found) {
+    if (ClassOf(window) != L"#32768" || !IsWindowVisible(window)) return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+int PrintItems(HWND popup) {
+    const HMODULE watcher = LoadLibraryW(L"nira_watcher.dll");
+    const HANDLE block = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                            kWatcherUnits * sizeof(wchar_t), kWatcherBlock);
+    const void* text = block != nullptr ? MapViewOfFile(block, FILE_MAP_READ, 0, 0, 0) : nullptr;
+    const bool asked = watcher != nullptr && text != nullptr && AskWatcher(popup, watcher);
+    if (asked) std::fputs(Utf8(static_cast<const wchar_t*>(text)).c_str(), stdout);
+    if (text != nullptr) UnmapViewOfFile(text);
+    if (block != nullptr) CloseHandle(block);
+    if (watcher != nullptr) FreeLibrary(watcher);
+    return asked ? 0 : 1;
+}
+
+// Prints nothing without an open pop-up.
+int PrintMenu() {
+    HWND popup = nullptr;
+    EnumWindows(FindPopup, reinterpret_cast<LPARAM>(&popup));
+    return popup != nullptr ? PrintItems(popup) : 0;
+}
+
+int EmptyTheClipboard() {
+    if (!OpenClipboard(nullptr)) return 1;
+    EmptyClipboard();
+    CloseClipboard();
+    return 0;
+}
+
 int SetValue(const wchar_t* key, const wchar_t* name, DWORD type, const void* data, size_t size) {
     LSTATUS status = RegSetKeyValueW(HKEY_CURRENT_USER, key, name, type, data, static_cast<DWORD>(size));
     return status == ERROR_SUCCESS ? 0 : 1;
+}
+
+int SetBytes(const wchar_t* key, const wchar_t* name, const wchar_t* type, const std::wstring& digits) {
+    std::vector<BYTE> bytes;
+    for (size_t i = 0; i + 1 < digits.size(); i += 2) {
+        bytes.push_back(static_cast<BYTE>(std::wcstoul(digits.substr(i, 2).c_str(), nullptr, 16)));
+    }
+    return SetValue(key, name, std::wcstoul(type, nullptr, 0), bytes.data(), bytes.size());
 }
 
 int PrintBytes(const wchar_t* key, const wchar_t* name) {
@@ -185,6 +246,8 @@ int Run(const Arguments& arguments) {
     if (what == L"windows") return EnumWindows(PrintTree, 0) ? 0 : 1;
     if (what == L"end-session") return EnumWindows(EndSession, 0) ? 0 : 1;
     if (what == L"minimised") return EnumWindows(PrintMinimised, 0) ? 0 : 1;
+    if (what == L"menu") return PrintMenu();
+    if (what == L"no-clipboard") return EmptyTheClipboard();
     if (what == L"hold" && count == 2) return Hold(arguments[1].c_str());
     if (what == L"values" && count == 2) return PrintValues(arguments[1].c_str());
     if (what == L"forget" && count == 2) return Forget(arguments[1].c_str());
@@ -198,9 +261,13 @@ int Run(const Arguments& arguments) {
         return SetValue(arguments[1].c_str(), arguments[2].c_str(), REG_SZ, value.c_str(),
                         (value.size() + 1) * sizeof(wchar_t));
     }
+    if (what == L"value" && count == 5) {
+        return SetBytes(arguments[1].c_str(), arguments[2].c_str(), arguments[3].c_str(), arguments[4]);
+    }
     std::fprintf(stderr,
-                 "usage: nira_probe windows | end-session | minimised | serve | hold FILE | "
-                 "forget KEY | values KEY | bytes KEY NAME | number|text KEY NAME VALUE\n");
+                 "usage: nira_probe windows | end-session | minimised | menu | no-clipboard | serve | "
+                 "hold FILE | forget KEY | values KEY | bytes KEY NAME | number|text KEY NAME VALUE | "
+                 "value KEY NAME TYPE HEX\n");
     return 2;
 }
 

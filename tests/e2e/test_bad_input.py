@@ -78,6 +78,75 @@ def test_a_path_of_three_hundred_characters(opened):
     nira.wait_title(path.name)
 
 
+def test_a_write_protected_file_stays_and_so_does_the_text(opened):
+    nira, path = opened(b"one\r\n")
+    path.chmod(0o444)
+    change(nira, "notes.txt")
+    key("ctrl+s")
+    error(nira, "Error writing file")
+    assert path.read_bytes() == b"one\r\n"
+    path.chmod(0o644)
+    # The text is still there, and so is the question about it.
+    key("ctrl+q")
+    nira.answer(nira.wait_box("File modified"), "Yes")
+    assert nira.wait_exit() == 0
+    assert path.read_bytes() == b"xone\r\n"
+
+
+# ---- Settings of the wrong kind
+
+TEXT, EXPANDED, BYTES, NUMBER, TEXTS, LARGE = 1, 2, 3, 4, 7, 11
+VALUES = ["Font", "WordSeparator", "DefaultEncoding", "safeSave", "undoSize", "bomSave", "stopWordEnd", "tabSize",
+          "keepIndent", "PasteMode", "SmartBase", "HistLen", "WordWrapDefault", "textFore", "textBack", "selFore",
+          "selBack", "FindHist", "ReplaceHist"]
+KINDS = {
+    "texts": (TEXT, "no number\0".encode("utf-16-le")),
+    "texts without an end": (TEXT, "no end".encode("utf-16-le")),
+    "texts of odd length": (EXPANDED, b"\x41\0\x42"),
+    "empty texts": (TEXT, b"\0\0"),
+    "no bytes": (BYTES, b""),
+    "one byte": (BYTES, b"\x07"),
+    "three bytes": (NUMBER, b"\1\2\3"),
+    "all ones": (NUMBER, b"\xff\xff\xff\xff"),
+    "large numbers": (LARGE, b"\xff" * 8),
+    "lists": (TEXTS, "a\0b\0\0".encode("utf-16-le")),
+    "lists without an end": (TEXTS, b"\0" + b"x" * 1000),
+}
+
+
+@pytest.mark.parametrize("kind", KINDS)
+def test_settings_of_the_wrong_kind_stop_nobody(start, tmp_path, kind):
+    for name in VALUES:
+        nira_driver.set_value(nira_driver.SETTINGS, name, *KINDS[kind])
+    for number in range(10):
+        nira_driver.set_value(RECENT, str(number), *KINDS[kind])
+    path = tmp_path / "notes.txt"
+    path.write_bytes(b"one\r\ntwo\r\n")
+    nira = start(path)
+    nira.wait_title("notes.txt")
+    key("Tab")
+    nira.wait_title("notes.txt *")
+    key("Return")
+    type_text("new")
+    key("ctrl+z", "ctrl+y", "alt+b", "t", "ctrl+shift+i", "ctrl+shift+u", "alt+b", "t")
+    # The histories are read here, and written.
+    key("ctrl+f")
+    nira.wait_dialog("Find")
+    type_text("two")
+    key("Return")
+    nira_driver.wait_for("end of the dialog", nira.no_box)
+    key("ctrl+s")
+    nira.wait_title("notes.txt")
+    lines = path.read_bytes().splitlines()
+    assert [line.strip() for line in lines if line.strip()] == [b"newone", b"two"]
+    key("alt+b", "c")
+    nira.wait_title("Untitled2")
+    key("alt+f", "f", "0")
+    nira.wait_title("notes.txt")
+    key("ctrl+q")
+    assert nira.wait_exit() == 0
+
+
 # ---- Recent files
 
 

@@ -1,5 +1,6 @@
 """Several documents at once: their titles, their order, their closing, and the bars and lists around them."""
 import signal
+import subprocess
 
 import nira_driver
 import pytest
@@ -173,6 +174,33 @@ def test_maximised_restored_and_minimised_the_window_shows_its_text(opened):
     change(nira)
     key("alt+space", "r")
     nira_driver.wait_for("restored window", lambda: nira.window().right == before.right)
+    type_text("y")
+    key("ctrl+s")
+    nira.wait_title("notes.txt")
+    assert path.read_bytes() == b"xyone\r\n"
+
+
+def drag(start, end):
+    """Presses the left button at one place and releases it at another, as slowly as a person."""
+    moves = [word for x, y in (start, end) for word in ("mousemove", str(x), str(y), "sleep", "0.2", "mousedown", "1")]
+    subprocess.run(["xdotool", *moves[:-2], "sleep", "0.2", "mouseup", "1"], check=True)
+
+
+def test_dragged_to_another_size_the_window_keeps_its_bar_at_its_lower_edge(opened):
+    nira, path = opened(b"one\r\n")
+    before = nira.window()
+    drag((before.right - 2, before.bottom - 2), (before.right - 122, before.bottom - 202))
+    now = nira_driver.wait_for("smaller window", lambda: (window := nira.window()).right == before.right - 120 and
+                               window.bottom == before.bottom - 200 and window)
+    editor = next(child for child in now.children if child.kind == "NREDIT")
+    place = bar(nira)
+    assert (editor.left, editor.right, editor.bottom) == (place.left, place.right, place.top)
+    assert 0 < now.bottom - place.bottom < 10
+    change(nira)
+    # Down to the least size, which is still a window with text and bar.
+    drag((now.right - 2, now.bottom - 2), (now.left + 5, now.top + 5))
+    least = nira_driver.wait_for("least window", lambda: (window := nira.window()).right < now.right and window)
+    assert (least.right - least.left, least.bottom - least.top) == (160, 120)
     type_text("y")
     key("ctrl+s")
     nira.wait_title("notes.txt")

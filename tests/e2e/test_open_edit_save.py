@@ -269,7 +269,7 @@ def test_the_session_goes_on_when_the_save_fails(opened):
     assert path.read_bytes() == b"one\r\n"
 
 
-@pytest.mark.parametrize("answer", ["Yes", "Cancel"])
+@pytest.mark.parametrize("answer", ["Yes", "No", "Cancel"])
 def test_the_end_of_the_session_asks_about_a_changed_text(opened, answer):
     nira, path = opened(b"one\r\n")
     type_text("x")
@@ -277,11 +277,13 @@ def test_the_end_of_the_session_asks_about_a_changed_text(opened, answer):
     with concurrent.futures.ThreadPoolExecutor() as pool:
         session = pool.submit(nira_driver.probe, "end-session")
         nira.answer(nira.wait_box("File modified"), answer)
-        assert session.result().strip() == ("1" if answer == "Yes" else "0")
+        assert session.result().strip() == ("0" if answer == "Cancel" else "1")
     assert path.read_bytes() == (b"xone\r\n" if answer == "Yes" else b"one\r\n")
     if answer == "Cancel":
         assert nira.is_running()
         assert nira.title() == "notes.txt *"
+        save(nira, path)
+        assert path.read_bytes() == b"xone\r\n"
 
 
 def test_the_session_does_not_end_while_a_question_is_open(opened):

@@ -153,8 +153,27 @@ TEST_F(MainWindowTest, TheCaptionIsTheShownDocuments) {
 
 TEST_F(MainWindowTest, ANullPathOpensNothing) {
     EXPECT_EQ(Send(kMessageOpenFile, 0, 0), 0);
+    EXPECT_EQ(SendMessageW(ToHwnd(TheWindowState().editorWindow), WM_SETTEXT, 0, 0), 0);
 
     EXPECT_EQ(TheAppState().bufferCount, 1);
+    EXPECT_EQ(Caption(), L"Untitled1");
+}
+
+// The width of the icon that the frame, or the task bar, shows; 0 without one.
+int IconWidth(HWND window, WPARAM kind) {
+    const auto icon = reinterpret_cast<HICON>(SendMessageW(window, WM_GETICON, kind, 0));
+    ICONINFO info = {};
+    if (icon == nullptr || !GetIconInfo(icon, &info)) return 0;
+    BITMAP bitmap = {};
+    GetObjectW(info.hbmColor, sizeof(bitmap), &bitmap);
+    DeleteObject(info.hbmColor);
+    DeleteObject(info.hbmMask);
+    return static_cast<int>(bitmap.bmWidth);
+}
+
+TEST_F(MainWindowTest, TheFrameHasItsIconsInTheSizesOfTheSystem) {
+    EXPECT_EQ(IconWidth(Window(), ICON_BIG), GetSystemMetrics(SM_CXICON));
+    EXPECT_EQ(IconWidth(Window(), ICON_SMALL), GetSystemMetrics(SM_CXSMICON));
 }
 
 class OpeningAFile : public MainWindowTest {
@@ -213,6 +232,21 @@ WPARAM DropOf(const std::wstring& path) {
     memcpy(files + 1, path.c_str(), path.size() * sizeof(wchar_t));
     GlobalUnlock(block);
     return reinterpret_cast<WPARAM>(block);
+}
+
+TEST_F(OpeningAFile, WaitsForTheEndOfABoxInTheOrderOfArrival) {
+    const std::wstring other = path_ + L".second.txt";
+    ASSERT_TRUE(CopyFileW(path_.c_str(), other.c_str(), FALSE));
+    EnableWindow(Window(), FALSE);
+    Send(kMessageOpenFile, 0, reinterpret_cast<LPARAM>(path_.c_str()));
+    EnableWindow(Window(), TRUE);
+
+    // The one that comes behind takes the one that waits along.
+    Send(kMessageOpenFile, 0, reinterpret_cast<LPARAM>(other.c_str()));
+
+    EXPECT_EQ(TheAppState().bufferCount, 2);
+    EXPECT_EQ(Caption(), L"nira main window.txt.second.txt");
+    DeleteFileW(other.c_str());
 }
 
 TEST_F(OpeningAFile, ByADrop) {
