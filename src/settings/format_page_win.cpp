@@ -30,6 +30,7 @@ void ShowFont(WindowHandle page) {
     auto* text = MemAllocArray<char16_t>(nullptr, room);
     FontText(text, room, description);
     SetControlText(page, IDC_FORMAT_FONT, text);
+    InvalidateRect(Control(page, IDC_FORMAT_FONT), nullptr, TRUE);
     MemFree(nullptr, text);
 }
 

@@ -280,3 +280,47 @@ def test_esc_closes_an_open_list_only(opened):
     dialog("Find")
     key("Escape")
     wait_gone("Find")
+
+
+# ---- what people rarely search for, and odd histories
+
+def test_a_selection_of_ten_thousand_characters_is_searched_for(opened):
+    line = b"abcdefghij" * 1000
+    nira, path = opened(b"x" + line + b"\r\ny" + line + b"z\r\n")
+    key("Right", "shift+End", "ctrl+f")
+    dialog("Find")
+    key("Return")
+    wait_gone("Find")
+    assert cut_and_save(nira, path) == b"x" + line + b"\r\nyz\r\n"
+
+
+def test_a_selection_of_several_lines_is_never_found(opened):
+    nira, _ = opened(b"one\r\ntwo\r\none\r\ntwo\r\n")
+    key("shift+Down", "shift+End", "ctrl+f")
+    dialog("Find")
+    key("Return")
+    dismiss(nira, "Pattern not found")
+    assert history() == "one\r\ntwo\0\0"
+
+
+def test_separators_alone_are_found(opened):
+    nira, path = opened(b"a, ;b ,;c\r\n")
+    find(" ,;")
+    assert cut_and_save(nira, path) == b"a, ;bc\r\n"
+
+
+@pytest.mark.parametrize("length, kept", [(0, "\0"), (4000000000, "c\0b\0a\0\0")])
+def test_odd_history_lengths_of_the_registry_harm_nothing(opened, length, kept):
+    nira_driver.set_number("HistLen", length)
+    opened(b"a b c\r\n")
+    for text in "abc":
+        find(text)
+        key("Home")
+    assert history() == kept
+
+
+def test_a_history_of_another_type_is_replaced(opened):
+    nira_driver.set_number("FindHist", 7)
+    opened(b"a b\r\n")
+    find("b")
+    assert history() == "b\0\0"
