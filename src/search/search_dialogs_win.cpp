@@ -37,7 +37,7 @@ struct HistoryField {
 
 struct SearchDialog {
     bool replacing;
-    bool busy;  // Replace All is at work; the dialog's own buttons must wait
+    bool busy;  // Replace All is at work; the dialog's own buttons must wait, and are gray
     HistoryField pattern;
     HistoryField replacement;
 };
@@ -203,13 +203,25 @@ bool Accept(HWND dialog) {
                          IsChecked(dialog, IDC_UP)});
 }
 
+// A finger has no pointer that could turn into the one of waiting. The control with the keyboard is left
+// alone: once disabled it would lose the keyboard, and Esc would go astray.
+void SetBusy(HWND dialog, bool busy) {
+    DialogOf(dialog).busy = busy;
+    const HWND bar = shell::VisibleBar(dialog);
+    for (const int id : {IDOK, IDCANCEL, CMD_REPLACE_ALL}) {
+        const HWND button = GetDlgItem(dialog, id);
+        if (!busy || button != GetFocus()) EnableWindow(button, busy ? FALSE : TRUE);
+        SendMessageW(bar, TB_ENABLEBUTTON, static_cast<WPARAM>(id), MAKELPARAM(busy ? FALSE : TRUE, 0));
+    }
+}
+
 void Confirm(HWND dialog, uint32_t command) {
     SearchDialog& record = DialogOf(dialog);
     if (!Accept(dialog)) return;
     if (command == CMD_REPLACE_ALL) {
-        record.busy = true;
+        SetBusy(dialog, true);
         Guarded([&] { ReplaceAllAndTell(FromHwnd(dialog)); });
-        record.busy = false;
+        SetBusy(dialog, false);
     } else {
         EndDialog(dialog, 1);
     }

@@ -222,15 +222,18 @@ def test_esc_stops_a_replace_all_that_feeds_on_itself(opened):
     replace_dialog("x", "xx")
     key("alt+a")
     time.sleep(1.5)
-    # It is still at it, and its window answers.
+    # It is still at it, and its window answers and looks busy.
     assert nira.dialog("Information") is None
-    assert dialog("Replace").texts("Edit") == ["x", "xx"]
+    window = dialog("Replace")
+    assert window.texts("Edit") == ["x", "xx"]
+    assert not control(window, "Find").enabled and not control(window, "Cancel").enabled
     key("Escape")
     box = nira.wait_box("Information")
     count = next(int(text.split()[0]) for text in box.texts("Static") if text.endswith(" occurrences replaced"))
     assert count > 1000
     nira.answer(box, "OK")
-    dialog("Replace")
+    window = dialog("Replace")
+    assert control(window, "Find").enabled and control(window, "Cancel").enabled
     key("Escape")
     wait_gone("Replace")
     for left in (count + 1, count):
