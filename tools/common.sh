@@ -131,10 +131,11 @@ stop_wine() {
     wineserver -w
 }
 
-# start_screen: a virtual screen of 480 x 640 on a free display; sets DISPLAY and screen_pid.
+# start_screen [WIDTHxHEIGHT]: a virtual screen, of 480 x 640 unless told otherwise, on a free display; sets DISPLAY
+# and screen_pid.
 start_screen() {
     local number
-    exec {screen_fd}< <(exec Xvfb -displayfd 1 -screen 0 480x640x24 -nolisten tcp 2>/dev/null)
+    exec {screen_fd}< <(exec Xvfb -displayfd 1 -screen 0 "${1:-480x640}x24" -nolisten tcp 2>/dev/null)
     screen_pid=$!
     read -r -t 20 -u "$screen_fd" number || die "Xvfb did not start"
     export DISPLAY=:$number

@@ -1,6 +1,8 @@
-"""Takes the pictures of docs/screenshots/, on the screen that tools/screenshots.sh has made.
+"""Takes the pictures of docs/screenshots/, on a screen of WIDTHxHEIGHT that tools/screenshots.sh has made.
 
-    screenshots.py FOLDER SAMPLE
+    screenshots.py FOLDER SAMPLE WIDTHxHEIGHT SUFFIX [NAME...]
+
+makes FOLDER/NAMESUFFIX.png, all of them or the named ones.
 """
 import contextlib
 import os
@@ -15,8 +17,6 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests/e
 import nira_driver  # noqa: E402
 from nira_driver import key, type_text  # noqa: E402
 
-SMALL = "240x320"
-
 # What a person presses for each picture, on the sample just opened.
 PICTURES = {
     "main": [],
@@ -29,7 +29,7 @@ PICTURES = {
     "go-to-bookmark-menu": ["alt+n", "Up", "Right", "Return", "alt+n", "Up", "Up", "Right"],
     "set-bookmark-menu": ["alt+n", "Up", "Right", "Return", "alt+n", "Up", "Right"],
     "buffers-menu": ["alt+b"],
-    "undo-bar": ["ctrl+z"],
+    "undo-bar": ["x", "ctrl+z"],
     "navigate-bar": ["alt+n", "d"],
     "indent-bar": ["ctrl+shift+i"],
     "find": ["ctrl+f"],
@@ -45,23 +45,41 @@ PICTURES = {
     "color-chooser": ["alt+f", "p", "Tab", "Tab", "space"],
     "font-chooser": ["alt+f", "p", "space"],
     "go-to": ["alt+n", "g"],
+    "about": ["alt+f", "a"],
+    "save-prompt": ["x", "ctrl+q"],
 }
 
-# The same on a small screen, as `NAME-small`.
-SMALL_PICTURES = ["main", "options-format", "options-editor", "options-words", "options-indent", "color-chooser"]
+# The same in a folder made for them, whose names, sizes and dates are the same in every picture.
+FILE_PICTURES = {
+    "open-dialog": ["ctrl+o", "TEXTS", "Return", "Tab", "Tab"],
+    "save-dialog": ["alt+f", "v", "Tab", "Tab"],
+    "line-end-menu": ["alt+f", "v", "alt+e"],
+    "create-folder": ["alt+f", "v", "alt+n"],
+    "overwrite-question": ["alt+f", "v", "Return"],
+}
+
+TEXTS = pathlib.Path(tempfile.gettempdir()) / "texts"
 
 
-def shot(*window):
-    done = subprocess.run(["import", "-window", *(window or ["root"]), "rgb:-"], capture_output=True, check=True)
-    return done.stdout
+def make_texts():
+    shutil.rmtree(TEXTS, ignore_errors=True)
+    sizes = {"letter.txt": 2150, "logbook.txt": 1830000, "minutes of the harbour meeting in November.txt": 48300,
+             "notes.txt": 940, "shopping list.txt": 212}
+    for name in ["drafts", "logbook", "recipes"]:
+        (TEXTS / name).mkdir(parents=True)
+    for name, size in sizes.items():
+        (TEXTS / name).write_bytes(b"x" * size)
+    for path in [*TEXTS.iterdir(), TEXTS]:
+        os.utime(path, (1793000000, 1793000000))
+    return TEXTS / "letter.txt"
 
 
-def wait_for_stillness(*window):
+def wait_for_stillness():
     """Two looks in a row are the same: what a key brings appears in steps."""
     before = None
     for _ in range(30):
         time.sleep(0.4)
-        look = shot(*window)
+        look = nira_driver.pixels()
         if look == before:
             return
         before = look
@@ -69,7 +87,11 @@ def wait_for_stillness(*window):
 
 def press(keys):
     for name in keys:
-        key(name)
+        if name == "TEXTS":
+            # The open dialog begins in the home folder, which differs: it is sent to the folder by its name.
+            type_text(nira_driver.windows_path(TEXTS))
+        else:
+            key(name)
         wait_for_stillness()
 
 
@@ -78,109 +100,39 @@ def fill_recent_files():
         nira_driver.probe("text", nira_driver.SETTINGS + r"\MRU", str(number), rf"C:\texts\{name}\\UTF-8")
 
 
-@contextlib.contextmanager
-def opened(sample):
+def take(target, sample, keys):
     nira_driver.forget_settings()
     fill_recent_files()
     nira = nira_driver.Nira(nira_driver.windows_path(sample))
     nira.wait_title(sample.name)
     wait_for_stillness()
-    yield nira
+    press(keys)
+    nira_driver.picture(target)
     nira.kill()
 
 
-def take_save_prompt(folder, sample):
-    with opened(sample) as nira:
-        type_text("x")
-        nira.wait_title(sample.name + " *")
-        key("ctrl+q")
-        nira.wait_box("File modified")
-        wait_for_stillness()
-        nira_driver.picture(folder / "save-prompt.png")
-
-
-def make_texts():
-    """A folder to look into, with the same names, sizes and dates in every picture."""
-    place = pathlib.Path(tempfile.gettempdir()) / "texts"
-    shutil.rmtree(place, ignore_errors=True)
-    sizes = {"letter.txt": 2150, "logbook.txt": 1830000, "minutes of the harbour meeting in November.txt": 48300,
-             "notes.txt": 940, "shopping list.txt": 212}
-    for name in ["drafts", "logbook", "recipes"]:
-        (place / name).mkdir(parents=True)
-    for name, size in sizes.items():
-        (place / name).write_bytes(b"x" * size)
-    for path in [*place.iterdir(), place]:
-        os.utime(path, (1793000000, 1793000000))
-    return place / "letter.txt"
-
-
-# The file dialogs and what they open, by the keys that lead there from the text.
-FILE_DIALOGS = {
-    "open-dialog": ["ctrl+o"],
-    "save-dialog": ["alt+f", "v", "Tab", "Tab"],
-    "line-end-menu": ["alt+f", "v", "alt+e"],
-    "create-folder": ["alt+f", "v", "alt+n"],
-    "overwrite-question": ["alt+f", "v", "Return"],
-}
-
-
-def take_file_dialogs(folder):
-    text = make_texts()
-    for name, keys in FILE_DIALOGS.items():
-        # The open dialog begins in the home folder, which differs: it is sent to the folder by its name.
-        path = nira_driver.windows_path(text.parent) if name == "open-dialog" else ""
-        with opened(text):
-            press(keys)
-            if path:
-                type_text(path)
-                press(["Return", "Tab", "Tab"])
-            nira_driver.picture(folder / f"{name}.png")
-        take_small(folder, text, name, keys, path)
-
-
-def take_small(folder, sample, name, keys, path=""):
-    """On a desktop of its own, which is a window of the screen; `path` is typed into what the keys open."""
-    program = subprocess.Popen(["wine", "explorer", f"/desktop=small-{name},{SMALL}",
-                                nira_driver.windows_path(nira_driver.PROGRAM), nira_driver.windows_path(sample)],
-                               stdin=subprocess.DEVNULL)
-
-    def desktop():
-        found = subprocess.run(["xdotool", "search", "--name", f"^small-{name}"], capture_output=True, check=False)
-        return found.stdout.decode().split()
-
-    window = nira_driver.wait_for("small desktop", desktop)[0]
-    # The program appears on its desktop, which nothing here can ask: an empty one has a single colour.
-    nira_driver.wait_for("text", lambda: len(set(shot(window))) > 8, 30)
-    time.sleep(1)
-    wait_for_stillness(window)
-    for one in keys:
-        key(one)
-        wait_for_stillness(window)
-    if path:
-        type_text(path)
-        key("Return", "Tab", "Tab")
-        wait_for_stillness(window)
-    subprocess.run(["import", "-window", window, str(folder / f"{name}-small.png")], check=True)
-    # Killed, the desktop would leave the program behind. A question of Yes and No knows no Escape.
-    key(*(["n"] if name == "overwrite-question" else []), *["Escape"] * 3, "ctrl+q")
-    program.wait(nira_driver.TIMEOUT)
+@contextlib.contextmanager
+def desktop(size):
+    """The desktop on which all programs of the prefix appear, in the corner of the screen."""
+    explorer = subprocess.Popen(["wine", "explorer", f"/desktop=NIRA,{size}"], stdin=subprocess.DEVNULL)
+    # Any program that comes first would make the desktop in its usual size.
+    nira_driver.wait_for("desktop", lambda: subprocess.run(["xdotool", "search", "--name", "^NIRA - "],
+                                                           stdout=subprocess.DEVNULL, check=False).returncode == 0, 60)
+    keeper = nira_driver.keep_desktop()
+    yield
+    keeper.stdin.close()
+    keeper.wait(nira_driver.TIMEOUT)
+    explorer.terminate()
 
 
 def main():
-    folder, sample = map(pathlib.Path, sys.argv[1:])
-    keeper = nira_driver.keep_desktop()
-    for name, keys in PICTURES.items():
-        with opened(sample):
-            if name == "undo-bar":
-                type_text("x")
-            press(keys)
-            nira_driver.picture(folder / f"{name}.png")
-    take_save_prompt(folder, sample)
-    for name in SMALL_PICTURES:
-        take_small(folder, sample, name, PICTURES[name])
-    take_file_dialogs(folder)
-    keeper.stdin.close()
-    keeper.wait(nira_driver.TIMEOUT)
+    folder, sample, size, suffix = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2]), sys.argv[3], sys.argv[4]
+    only = sys.argv[5:]
+    with desktop(size):
+        for pictures, file in ((PICTURES, sample), (FILE_PICTURES, make_texts())):
+            for name, keys in pictures.items():
+                if not only or name in only:
+                    take(folder / f"{name}{suffix}.png", file, keys)
 
 
 if __name__ == "__main__":
