@@ -1,6 +1,15 @@
 #include "shell/touch_controls.h"
 
+#include <commctrl.h>
+
 namespace shell {
+
+namespace {
+
+// Leaves the field in sight on a small screen; the rest of a longer list scrolls.
+constexpr WPARAM kShownRows = 8;
+
+}  // namespace
 
 void EnlargeComboBox(HWND combo, int height) {
     RECT place = {};
@@ -10,6 +19,11 @@ void EnlargeComboBox(HWND combo, int height) {
     const int field = height - frame > text ? height - frame : text;
     SendMessageW(combo, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), field);
     SendMessageW(combo, CB_SETITEMHEIGHT, 0, height);
+    SendMessageW(combo, CB_SETMINVISIBLE, kShownRows, 0);
+    // Wine hears of a height for the rows only when the list itself is told.
+    COMBOBOXINFO parts = {};
+    parts.cbSize = sizeof(parts);
+    if (GetComboBoxInfo(combo, &parts)) SendMessageW(parts.hwndList, LB_SETITEMHEIGHT, 0, height);
 }
 
 }  // namespace shell

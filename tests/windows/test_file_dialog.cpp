@@ -150,6 +150,10 @@ TEST_F(FileDialogWindow, FillsItsOwnerAndIsMadeForFingers) {
         RECT list = {};
         GetWindowRect(List(dialog), &list);
         EXPECT_GT(list.right - list.left, 440);
+        COMBOBOXINFO parts = {};
+        parts.cbSize = sizeof(parts);
+        ASSERT_TRUE(GetComboBoxInfo(GetDlgItem(dialog, IDC_FILE_ENCODING), &parts));
+        EXPECT_GE(SendMessageW(parts.hwndList, LB_GETITEMHEIGHT, 0, 0), 24);
     });
 }
 
