@@ -347,6 +347,19 @@ def test_a_second_start_beside_one_that_hangs_opens_its_file_itself(opened, star
     assert path.read_bytes() == b"one\r\n"
 
 
+def test_a_second_start_ends_although_the_first_tells_of_an_error_with_its_file(opened, start, tmp_path):
+    nira, _ = opened(b"one\r\n")
+    other = tmp_path / "b.txt"
+    other.write_bytes(b"two\r\n")
+    assert start(tmp_path / "gone.txt").wait_exit() == 0
+    box = nira.wait_box("Error")
+    assert start(other).wait_exit() == 0
+    assert nira.title() == "notes.txt"
+    nira.answer(box, "OK")
+    nira.wait_title("b.txt")
+    change(nira)
+
+
 def titles():
     return [window.text for window in nira_driver.windows() if window.kind == "NIRA"]
 

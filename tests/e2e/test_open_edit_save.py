@@ -286,6 +286,19 @@ def test_the_end_of_the_session_asks_about_a_changed_text(opened, answer):
         assert path.read_bytes() == b"xone\r\n"
 
 
+def test_a_minimised_window_asks_at_the_end_of_the_session_too(opened):
+    nira, path = opened(b"one\r\n")
+    type_text("x")
+    nira.wait_title("notes.txt *")
+    key("alt+space", "n")
+    nira_driver.wait_for("minimised window", lambda: nira_driver.probe("minimised").split() == ["1"])
+    with concurrent.futures.ThreadPoolExecutor() as pool:
+        session = pool.submit(nira_driver.probe, "end-session")
+        nira.answer(nira.wait_box("File modified"), "Yes")
+        assert session.result().strip() == "1"
+    assert path.read_bytes() == b"xone\r\n"
+
+
 def test_the_session_does_not_end_while_a_question_is_open(opened):
     nira, path = opened(b"one\r\n")
     type_text("x")

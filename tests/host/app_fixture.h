@@ -108,7 +108,7 @@ class AppTest : public ::testing::Test {
     std::u16string Caption() const { return mainWindow_.title; }
 
     std::vector<std::u16string> MenuTexts() {
-        for (int i = 0; i < BufferCount(); ++i) SetBufferMenuText(i, BufferAt(i));
+        UpdateBufferMenuTexts();
         std::vector<std::u16string> texts;
         for (const MenuItem& item : popup_.items) texts.push_back(item.text);
         return texts;

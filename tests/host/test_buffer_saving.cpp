@@ -408,6 +408,20 @@ TEST_F(BufferSavingTest, ExitLeavesNoDocument) {
     CheckList();
 }
 
+TEST_F(BufferSavingTest, EveryFileThatCloseAllClosesIsRecent) {
+    OpenModified("a.txt");
+    OpenModified("b.txt");
+    OpenModified("c.txt");
+    MessageScript({kAnswerNo, kAnswerYes, kAnswerCancel});
+
+    EXPECT_EQ(CloseAllBuffers(false), 0);
+
+    // The shown one first, then the others in their order; the last one closed is on top.
+    ASSERT_EQ(recent_.items.size(), 2u);
+    EXPECT_TRUE(recent_.items[0].text.ends_with(u"a.txt"));
+    EXPECT_TRUE(recent_.items[1].text.ends_with(u"c.txt"));
+}
+
 TEST_F(BufferSavingTest, CloseAllPaintsOnlyWhatItAsksAboutAndWhatIsLeft) {
     static std::vector<std::u16string> painted;
     for (int i = 0; i < 5; ++i) NewBuffer();
