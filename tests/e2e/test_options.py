@@ -470,6 +470,13 @@ def test_the_default_encoding_is_proposed_by_open(opened):
     key("ctrl+o")
     nira_driver.wait_for("Open with that encoding", lambda: any(
         chosen in window.texts("ComboBox") for window in nira_driver.windows()))
+    key("Escape")
+    nira_driver.wait_for("the editor's turn", lambda: nira.window().enabled)
+    key("ctrl+n")
+    nira.wait_title("Untitled2")
+    key("ctrl+s")
+    nira_driver.wait_for("Save with that encoding", lambda: any(
+        window.text == "Save file" and chosen in window.texts("ComboBox") for window in nira_driver.windows()))
 
 
 # ---- colours
@@ -740,7 +747,9 @@ def test_odd_values_of_the_registry_harm_nothing(opened, name, value):
     Sheet(nira).confirm()  # pages that were not shown look at nothing
     key("Right", "Right")
     type_text("x")
+    nira.wait_title("notes.txt *")
     key("ctrl+z")
+    nira.wait_title("notes.txt")  # which would be taken for the save's otherwise
     type_text("y")
     key("ctrl+shift+i")
     assert saved(nira, path).strip().startswith(b"ay")

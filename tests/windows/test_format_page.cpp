@@ -76,12 +76,18 @@ COLORREF FirstCustomColor(HWND chooser) {
 TEST_F(OptionsSheet, TheChooserBeginsWithTheColorOfItsButtonAndCancelKeepsIt) {
     TheOptions().selection.back = RGB(10, 20, 30);
     constexpr int kRed = 706;
+    RECT screen = {};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
     Run([&] {
         ShowColorSet(kColorsOfSelection);
         for (const WPARAM answer : {IDOK, IDCANCEL}) {
             bool used = false;
             useChooser = [&](HWND chooser) {
                 used = true;
+                const RECT place = PlaceOf(chooser);
+                RECT both = {};
+                UnionRect(&both, &screen, &place);
+                EXPECT_TRUE(EqualRect(&both, &screen)) << "nothing of it is off the screen";
                 if (answer == IDCANCEL) SetDlgItemTextW(chooser, kRed, L"77");
                 PostMessageW(chooser, WM_COMMAND, answer, 0);
             };

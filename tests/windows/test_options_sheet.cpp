@@ -166,6 +166,10 @@ TEST_F(OptionsSheet, APageThatDoesNotFitScrollsByWheelDragAndBar) {
         SendMessageW(page, WM_VSCROLL, SB_BOTTOM, 0);
         EXPECT_LE(PlaceOf(field).top, start - most);
         EXPECT_LE(PlaceOf(Control(IDC_INDENT_BASE_GROUP)).bottom, PlaceOf(page).bottom);
+        const RECT place = PlaceOf(page);
+        SetWindowPos(page, nullptr, 0, 0, place.right - place.left, place.bottom - place.top - 5,
+                     SWP_NOMOVE | SWP_NOZORDER);
+        EXPECT_LE(PlaceOf(field).top, start - most) << "a lower page stays where it was scrolled to";
         SendMessageW(page, WM_VSCROLL, SB_PAGEUP, 0);
         EXPECT_EQ(PlaceOf(field).top, start);
     });
