@@ -210,6 +210,16 @@ def click(x, y):
     subprocess.run(["xdotool", "mousemove", str(x), str(y), "sleep", "0.1", "click", "1"], check=True)
 
 
+def middle(bar, command):
+    """The middle of the button of that command on a bar."""
+    left, top, right, bottom = map(int, probe("button", bar.handle, str(command)).split())
+    return (left + right) // 2, (top + bottom) // 2
+
+
+def tap(bar, command):
+    click(*middle(bar, command))
+
+
 def pixels():
     """The screen now, as (width, height, bytes in the order red, green, blue)."""
     shot = subprocess.run(["import", "-window", "root", "-depth", "8", "ppm:-"], capture_output=True, check=True).stdout
@@ -246,6 +256,10 @@ class Nira:
         bars = [child for child in self.window().children if child.kind == "ToolbarWindow32"]
         assert len(bars) == 1, bars
         return bars[0]
+
+    def next_bar(self, before):
+        """The bar in sight, once it is another one than `before`."""
+        return wait_for("another bar", lambda: (now := self.bar()).handle != before.handle and now)
 
     def wait_title(self, title):
         wait_for(f"title '{title}'", lambda: self.title() == title)

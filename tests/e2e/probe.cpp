@@ -12,10 +12,11 @@
 //                                            hexadecimal, tab-separated
 //   nira_probe end-session                   asks every top-level window of NIRA whether the session may end
 //   nira_probe menu                          the items of the pop-up in front, one per line: identifier (0
-//   for
-//                                            separators and nested pop-ups), states, text
+//                                            for separators and nested pop-ups), states, text
 //   nira_probe no-clipboard                  empties the clipboard
 //   nira_probe minimised                     1 or 0 for every top-level window of NIRA
+//   nira_probe button BAR COMMAND            where on the screen the button of a tool bar lies: left top right
+//                                            bottom
 //   nira_probe hold FILE                     keeps a file or folder open, shared with nobody, until its input
 //                                            ends
 //   nira_probe serve                         does the above again and again: reads a line of tab-separated
@@ -26,6 +27,8 @@
 // Output and the served arguments are UTF-8; tabs, line ends and backslashes of texts are escaped by a
 // backslash.
 #include <windows.h>
+
+#include <commctrl.h>
 
 #include <cstdio>
 #include <string>
@@ -188,6 +191,24 @@ int EmptyTheClipboard() {
     return 0;
 }
 
+// The bar writes the rectangle into the memory of its own program.
+int PrintButton(HWND bar, WPARAM command) {
+    DWORD id = 0;
+    GetWindowThreadProcessId(bar, &id);
+    const HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ, FALSE, id);
+    if (process == nullptr) return 1;
+    RECT place = {};
+    void* remote = VirtualAllocEx(process, nullptr, sizeof place, MEM_COMMIT, PAGE_READWRITE);
+    const bool found = remote != nullptr &&
+                       SendMessageW(bar, TB_GETRECT, command, reinterpret_cast<LPARAM>(remote)) != 0 &&
+                       ReadProcessMemory(process, remote, &place, sizeof place, nullptr);
+    if (remote != nullptr) VirtualFreeEx(process, remote, 0, MEM_RELEASE);
+    CloseHandle(process);
+    MapWindowPoints(bar, nullptr, reinterpret_cast<POINT*>(&place), 2);
+    if (found) std::printf("%ld %ld %ld %ld\n", place.left, place.top, place.right, place.bottom);
+    return found ? 0 : 1;
+}
+
 int SetValue(const wchar_t* key, const wchar_t* name, DWORD type, const void* data, size_t size) {
     LSTATUS status = RegSetKeyValueW(HKEY_CURRENT_USER, key, name, type, data, static_cast<DWORD>(size));
     return status == ERROR_SUCCESS ? 0 : 1;
@@ -248,6 +269,12 @@ int Run(const Arguments& arguments) {
     if (what == L"minimised") return EnumWindows(PrintMinimised, 0) ? 0 : 1;
     if (what == L"menu") return PrintMenu();
     if (what == L"no-clipboard") return EmptyTheClipboard();
+}
+
+    if (what == L"button" && count == 3) {
+        const auto bar = std::wcstoull(arguments[1].c_str(), nullptr, 16);
+        return PrintButton(reinterpret_cast<HWND>(bar), std::wcstoul(arguments[2].c_str(), nullptr, 0));
+    }
     if (what == L"hold" && count == 2) return Hold(arguments[1].c_str());
     if (what == L"values" && count == 2) return PrintValues(arguments[1].c_str());
     if (what == L"forget" && count == 2) return Forget(arguments[1].c_str());
@@ -268,6 +295,10 @@ int Run(const Arguments& arguments) {
                  "usage: nira_probe windows | end-session | minimised | menu | no-clipboard | serve | "
                  "hold FILE | forget KEY | values KEY | bytes KEY NAME | number|text KEY NAME VALUE | "
                  "value KEY NAME TYPE HEX\n");
+}
+
+                 "usage: nira_probe windows | end-session | minimised | serve | button BAR COMMAND | hold FILE | "
+                 "forget KEY | values KEY | bytes KEY NAME | number|text KEY NAME VALUE\n");
     return 2;
 }
 

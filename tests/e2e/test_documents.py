@@ -1,4 +1,4 @@
-"""Several documents at once: their titles, their order, their closing, and the bars and lists around them."""
+"""Several documents at once: their titles, their order, their closing, and the lists around them."""
 import signal
 import subprocess
 
@@ -404,46 +404,3 @@ def test_an_empty_list_of_recent_files_opens_nothing(start):
     key("alt+f", "f", "Return", "Escape", "Escape", "Escape")
     change(nira)
     assert nira.title() == "Untitled1 *"
-
-
-# ---- Bars
-
-
-def bar(nira):
-    """The bar in sight."""
-    bars = [child for child in nira.window().children if child.kind == "ToolbarWindow32"]
-    assert len(bars) == 1, bars
-    return bars[0]
-
-
-def click_button(place, number):
-    """Clicks the image button of that number, from 1, behind the drop-down of a tool bar."""
-    nira_driver.click(place.left + 72 + 24 * number, (place.top + place.bottom) // 2)
-
-
-# How the bar comes, how it is asked for again while it is there, and the number of its Cancel button.
-BARS = {
-    "undo": (lambda: key("ctrl+z"), lambda made: key("ctrl+y"), 4),
-    "navigate": (lambda: key("alt+n", "d"), lambda made: click_button(made, 2), 6),
-    "indent": (lambda: key("ctrl+shift+i"), lambda made: click_button(made, 2), 3),
-}
-
-
-@pytest.mark.parametrize("kind", BARS)
-def test_a_bar_is_made_once_and_closed_by_its_cancel(opened, kind):
-    nira, _ = opened(b"one\r\n")
-    bring, ask_again, cancel = BARS[kind]
-    main = bar(nira)
-    change(nira)
-    bring()
-    made = nira_driver.wait_for("bar", lambda: (now := bar(nira)).handle != main.handle and now)
-    assert (made.left, made.right, made.bottom) == (main.left, main.right, main.bottom)
-    ask_again(made)
-    # A key that shows: what was asked for before it has been done.
-    key("ctrl+n")
-    nira.wait_title("Untitled2")
-    assert bar(nira).handle == made.handle
-    click_button(made, cancel)
-    # A second bar, had one been made, would come to sight here.
-    now = nira_driver.wait_for("end of the bar", lambda: (now := bar(nira)).handle != made.handle and now)
-    assert now.handle == main.handle

@@ -5,9 +5,6 @@ import nira_driver
 import pytest
 from nira_driver import click, key, type_text
 
-UNDO_CANCEL = 164  # pixels from the left edge of the bar to the middle of its Cancel button
-INDENT_CANCEL = 140
-
 
 def saved(nira, path):
     """The bytes on the disk after Ctrl+S."""
@@ -15,14 +12,6 @@ def saved(nira, path):
     key("ctrl+s")
     nira.wait_title(path.name)
     return path.read_bytes()
-
-
-def front_bar(nira):
-    return next(child for child in nira.window().children if child.kind == "ToolbarWindow32")
-
-
-def wait_bar(nira, look):
-    return nira_driver.wait_for("bar", lambda: look(front_bar(nira).handle) and front_bar(nira))
 
 
 def drag(x1, y1, x2, y2):
@@ -118,21 +107,3 @@ def test_smart_paste_follows_the_indentation(start, tmp_path):
     nira.wait_title(path.name)
     key("shift+Down", "shift+Down", "shift+Left", "ctrl+x", "Down", "End", "ctrl+v")
     assert saved(nira, path) == b"\r\n\ta\r\n\t  b\r\n"
-
-
-@pytest.mark.parametrize("command, cancel", [("ctrl+z", UNDO_CANCEL), ("ctrl+shift+i", INDENT_CANCEL)],
-                         ids=["undo", "indent"])
-def test_a_bar_comes_once_and_goes_by_its_cancel(opened, command, cancel):
-    nira, _ = opened(b"one\r\n")
-    main = front_bar(nira).handle
-    key(command)
-    bar = wait_bar(nira, lambda handle: handle != main)
-    key(command, command)
-    assert front_bar(nira).handle == bar.handle
-    click(bar.left + cancel, (bar.top + bar.bottom) // 2)
-    wait_bar(nira, lambda handle: handle == main)
-    key(command)
-    again = wait_bar(nira, lambda handle: handle != main)
-    click(again.left + cancel, (again.top + again.bottom) // 2)
-    wait_bar(nira, lambda handle: handle == main)
-    assert nira.is_running()

@@ -6,8 +6,9 @@ import time
 
 import nira_driver
 import pytest
-from nira_driver import key, type_text
+from nira_driver import key, tap, type_text
 
+FIND_NEXT, REPLACE_NEXT, CLOSE = 1028, 1029, 1031  # the buttons of the search bars
 TEXT = b"one cat, concat\r\ntwo Cat\r\nthree cat_x\r\n"
 
 
@@ -45,23 +46,6 @@ def find(text, *before):
     wait_gone("Find")
 
 
-def bar(nira):
-    """The one bar that is shown; while one takes the other's place there are two, or none."""
-    def look():
-        bars = [child for child in nira.window().children if child.kind == "ToolbarWindow32"]
-        return bars[0] if len(bars) == 1 else None
-    return nira_driver.wait_for("one bar", look)
-
-
-def click_button(place, number):
-    """Clicks the image button of that number, from 1, behind the drop-down of the search bar."""
-    nira_driver.click(place.left + 72 + 24 * number, (place.top + place.bottom) // 2)
-
-
-def wait_bar(nira, main):
-    return nira_driver.wait_for("search bar", lambda: (now := bar(nira)).handle != main.handle and now)
-
-
 def cut_and_save(nira, path):
     """What the file holds after the selection was cut and the rest saved."""
     key("ctrl+x")
@@ -85,42 +69,42 @@ def history(name="FindHist"):
 
 def test_the_first_match_is_selected_and_the_bar_stays(opened):
     nira, path = opened(TEXT)
-    main = bar(nira)
+    main = nira.bar()
     find("cat")
-    wait_bar(nira, main)
+    nira.next_bar(main)
     assert cut_and_save(nira, path) == TEXT.replace(b"cat", b"", 1)
 
 
 def test_the_bar_goes_on_and_closes_by_its_cross(opened):
     nira, path = opened(TEXT)
-    main = bar(nira)
+    main = nira.bar()
     find("cat")
-    made = wait_bar(nira, main)
-    click_button(made, 1)
-    click_button(made, 1)
-    click_button(made, 2)
-    nira_driver.wait_for("main bar", lambda: bar(nira).handle == main.handle)
+    made = nira.next_bar(main)
+    tap(made, FIND_NEXT)
+    tap(made, FIND_NEXT)
+    tap(made, CLOSE)
+    nira_driver.wait_for("main bar", lambda: nira.bar().handle == main.handle)
     assert cut_and_save(nira, path) == TEXT.replace(b"Cat", b"")
 
 
 def test_a_pattern_that_is_not_there_is_said_and_shows_no_bar(opened):
     nira, _ = opened(TEXT)
-    main = bar(nira)
+    main = nira.bar()
     find("dog")
     dismiss(nira, "Pattern not found")
-    assert bar(nira).handle == main.handle
+    assert nira.bar().handle == main.handle
 
 
 def test_the_bar_closes_when_nothing_is_left_to_find(opened):
     nira, _ = opened(b"one\r\n")
-    main = bar(nira)
+    main = nira.bar()
     find("one")
-    made = wait_bar(nira, main)
+    made = nira.next_bar(main)
     key("Delete")
     nira.wait_title("notes.txt *")
-    click_button(made, 1)
+    tap(made, FIND_NEXT)
     dismiss(nira, "Pattern not found")
-    nira_driver.wait_for("main bar", lambda: bar(nira).handle == main.handle)
+    nira_driver.wait_for("main bar", lambda: nira.bar().handle == main.handle)
 
 
 def test_match_case_and_whole_word_by_their_letters(opened):
@@ -179,15 +163,15 @@ def replace_dialog(pattern, replacement):
 
 def test_replace_by_the_bar_goes_match_by_match(opened):
     nira, path = opened(TEXT)
-    main = bar(nira)
+    main = nira.bar()
     replace_dialog("cat", "dog")
     key("Return")
     wait_gone("Replace")
-    made = wait_bar(nira, main)
-    click_button(made, 2)
+    made = nira.next_bar(main)
+    tap(made, REPLACE_NEXT)
     nira.wait_title("notes.txt *")
-    click_button(made, 1)
-    click_button(made, 2)
+    tap(made, FIND_NEXT)
+    tap(made, REPLACE_NEXT)
     key("ctrl+s")
     nira.wait_title("notes.txt")
     assert path.read_bytes() == TEXT.replace(b"cat", b"dog", 1).replace(b"Cat", b"dog")
