@@ -15,8 +15,7 @@
 //                                            for separators and nested pop-ups), states, text
 //   nira_probe no-clipboard                  empties the clipboard
 //   nira_probe minimised                     1 or 0 for every top-level window of NIRA
-//   nira_probe button BAR COMMAND            where on the screen the button of a tool bar lies: left top
-//   right
+//   nira_probe button BAR COMMAND            where on the screen a tool bar's button lies: left top right
 //                                            bottom
 //   nira_probe hold FILE                     keeps a file or folder open, shared with nobody, until its input
 //                                            ends
@@ -292,50 +291,46 @@ int Run(const Arguments& arguments) {
     }
     std::fprintf(stderr,
                  "usage: nira_probe windows | end-session | minimised | menu | no-clipboard | serve | "
-                 "hold FILE | forget KEY | values KEY | bytes KEY NAME | number|text KEY NAME VALUE | "
-                 "value KEY NAME TYPE HEX\n");
+                 "button BAR COMMAND | hold FILE | forget KEY | values KEY | bytes KEY NAME | "
+                 "number|text KEY NAME VALUE | value KEY NAME TYPE HEX\n");
+    return 2;
 }
 
-                 "usage: nira_probe windows | end-session | minimised | serve | button BAR COMMAND | hold FILE | "
-                 "forget KEY | values KEY | bytes KEY NAME | number|text KEY NAME VALUE\n");
-                 return 2;
-                 }
+// The arguments of one line; a backslash takes the character behind it as it is.
+Arguments Split(const std::string& line) {
+    std::vector<std::string> parts(1);
+    for (size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '\t') {
+            parts.emplace_back();
+        } else {
+            if (line[i] == '\\' && i + 1 < line.size()) ++i;
+            parts.back() += line[i];
+        }
+    }
+    Arguments arguments;
+    for (const std::string& part : parts) arguments.push_back(Wide(part));
+    return arguments;
+}
 
-                 // The arguments of one line; a backslash takes the character behind it as it is.
-                 Arguments Split(const std::string& line) {
-                     std::vector<std::string> parts(1);
-                     for (size_t i = 0; i < line.size(); ++i) {
-                         if (line[i] == '\t') {
-                             parts.emplace_back();
-                         } else {
-                             if (line[i] == '\\' && i + 1 < line.size()) ++i;
-                             parts.back() += line[i];
-                         }
-                     }
-                     Arguments arguments;
-                     for (const std::string& part : parts) arguments.push_back(Wide(part));
-                     return arguments;
-                 }
+int Serve() {
+    GetDesktopWindow();
+    std::string line;
+    for (int unit = std::getchar(); unit != EOF; unit = std::getchar()) {
+        if (unit != '\n') {
+            line += static_cast<char>(unit);
+            continue;
+        }
+        const int code = Run(Split(line));
+        std::printf(".%d\n", code);
+        std::fflush(stdout);
+        line.clear();
+    }
+    return 0;
+}
 
-                 int Serve() {
-                     GetDesktopWindow();
-                     std::string line;
-                     for (int unit = std::getchar(); unit != EOF; unit = std::getchar()) {
-                         if (unit != '\n') {
-                             line += static_cast<char>(unit);
-                             continue;
-                         }
-                         const int code = Run(Split(line));
-                         std::printf(".%d\n", code);
-                         std::fflush(stdout);
-                         line.clear();
-                     }
-                     return 0;
-                 }
+}  // namespace
 
-                 }  // namespace
-
-                 int wmain(int count, wchar_t** arguments) {
-                     if (count == 2 && arguments[1] == std::wstring(L"serve")) return Serve();
-                     return Run(Arguments(arguments + 1, arguments + count));
-                 }
+int wmain(int count, wchar_t** arguments) {
+    if (count == 2 && arguments[1] == std::wstring(L"serve")) return Serve();
+    return Run(Arguments(arguments + 1, arguments + count));
+}
