@@ -193,7 +193,7 @@ def test_dragged_to_another_size_the_window_keeps_its_bar_at_its_lower_edge(open
     now = nira_driver.wait_for("smaller window", lambda: (window := nira.window()).right == before.right - 120 and
                                window.bottom == before.bottom - 200 and window)
     editor = next(child for child in now.children if child.kind == "NREDIT")
-    place = bar(nira)
+    place = nira.bar()
     assert (editor.left, editor.right, editor.bottom) == (place.left, place.right, place.top)
     assert 0 < now.bottom - place.bottom < 10
     change(nira)
