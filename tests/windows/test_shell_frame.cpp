@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "shell/activation.h"
+#include "shell/density.h"
 #include "shell/input_panel.h"
 #include "shell/menu_bar.h"
 #include "shell_test_window.h"
@@ -72,6 +73,14 @@ SIZE OuterSize(HWND window) {
     RECT rect;
     GetWindowRect(window, &rect);
     return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+TEST(ShellDensity, ScalesByTheDotsPerInchOfTheScreen) {
+    const HDC screen = GetDC(nullptr);
+    EXPECT_EQ(shell::ScreenDensity(), GetDeviceCaps(screen, LOGPIXELSY));
+    ReleaseDC(nullptr, screen);
+    EXPECT_EQ(shell::ScaledToScreen(2 * 96), 2 * shell::ScreenDensity());
+    EXPECT_EQ(shell::ScaledToScreen(0), 0);
 }
 
 TEST(ShellFirstSize, IsThatOfAHandheldOnALargeScreen) {
