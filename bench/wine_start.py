@@ -116,8 +116,8 @@ def document_times(folder, count):
 def main():
     screen = Screen(sys.argv[1])
     folder, repetitions = sys.argv[2], int(sys.argv[3])
-    keeper = subprocess.Popen(["wine", os.path.join(ROOT, "build/windows/tests/nira_probe.exe"), "stay"],
-                              stdin=subprocess.PIPE)
+    keeper = subprocess.Popen(["wine", os.path.join(ROOT, "build/windows/tests/nira_probe.exe"), "serve"],
+                              stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
     time.sleep(2)  # the desktop paints itself
     nira = [os.path.join(ROOT, "build/windows/nira.exe"), windows_path(os.path.join(folder, "log100.txt"))]
     notepad = ["notepad", windows_path(os.path.join(folder, "log4.txt"))]

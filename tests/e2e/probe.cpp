@@ -14,6 +14,7 @@
 //   nira_probe menu                          the items of the pop-up in front, one per line: identifier (0
 //                                            for separators and nested pop-ups), states, text
 //   nira_probe no-clipboard                  empties the clipboard
+//   nira_probe command ID COUNT              gives a command to NIRA that many times, one after the other
 //   nira_probe minimised                     1 or 0 for every top-level window of NIRA
 //   nira_probe button BAR COMMAND            where on the screen a tool bar's button lies: left top right
 //                                            bottom
@@ -184,6 +185,12 @@ int PrintMenu() {
     return popup != nullptr ? PrintItems(popup) : 0;
 }
 
+int GiveCommand(WPARAM command, int count) {
+    const HWND window = FindWindowW(L"NIRA", nullptr);
+    for (int i = 0; i < count; ++i) SendMessageW(window, WM_COMMAND, command, 0);
+    return window != nullptr ? 0 : 1;
+}
+
 int EmptyTheClipboard() {
     if (!OpenClipboard(nullptr)) return 1;
     EmptyClipboard();
@@ -273,6 +280,9 @@ int Run(const Arguments& arguments) {
         const auto bar = std::wcstoull(arguments[1].c_str(), nullptr, 16);
         return PrintButton(reinterpret_cast<HWND>(bar), std::wcstoul(arguments[2].c_str(), nullptr, 0));
     }
+    if (what == L"command" && count == 3) {
+        return GiveCommand(std::wcstoul(arguments[1].c_str(), nullptr, 0), std::stoi(arguments[2]));
+    }
     if (what == L"hold" && count == 2) return Hold(arguments[1].c_str());
     if (what == L"values" && count == 2) return PrintValues(arguments[1].c_str());
     if (what == L"forget" && count == 2) return Forget(arguments[1].c_str());
@@ -291,8 +301,8 @@ int Run(const Arguments& arguments) {
     }
     std::fprintf(stderr,
                  "usage: nira_probe windows | end-session | minimised | menu | no-clipboard | serve | "
-                 "button BAR COMMAND | hold FILE | forget KEY | values KEY | bytes KEY NAME | "
-                 "number|text KEY NAME VALUE | value KEY NAME TYPE HEX\n");
+                 "button BAR COMMAND | command ID COUNT | hold FILE | forget KEY | values KEY | "
+                 "bytes KEY NAME | number|text KEY NAME VALUE | value KEY NAME TYPE HEX\n");
     return 2;
 }
 

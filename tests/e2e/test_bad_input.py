@@ -103,6 +103,7 @@ KINDS = {
     "texts": (TEXT, "no number\0".encode("utf-16-le")),
     "texts without an end": (TEXT, "no end".encode("utf-16-le")),
     "texts of odd length": (EXPANDED, b"\x41\0\x42"),
+    "very long texts": (TEXT, ("\uffff" * 40000 + "\0").encode("utf-16-le")),
     "empty texts": (TEXT, b"\0\0"),
     "no bytes": (BYTES, b""),
     "one byte": (BYTES, b"\x07"),

@@ -165,6 +165,31 @@ def test_save_all_asks_for_a_name_and_cancel_ends_it(opened, start, tmp_path):
     assert other.read_bytes() == b"b\r\n"
 
 
+NEW = 7001
+
+
+def test_two_thousand_documents(opened):
+    nira, path = opened(b"one\r\n")
+    for _ in range(8):  # in parts, because an answer is waited for only so long
+        nira_driver.probe("command", str(NEW), "250")
+    assert nira.title() == "Untitled2001"
+    change(nira)
+    # Up from the first item comes the last one, and two further up is another; around to the first document.
+    key("alt+b", "Up", "Up", "Up", "Return")
+    nira.wait_title("Untitled1999")
+    change(nira)
+    key("ctrl+Tab", "ctrl+Tab", "ctrl+Tab")
+    nira.wait_title("notes.txt")
+    key("alt+b", "a")
+    for title in ("Untitled1999", "Untitled2001"):
+        box = nira.wait_box("File modified")
+        assert f"Save changes to '{title}'?" in box.texts("Static")
+        assert nira.title() == title + " *"
+        nira.answer(box, "No")
+    nira.wait_title("Untitled2002")
+    assert path.read_bytes() == b"one\r\n"
+
+
 def test_maximised_restored_and_minimised_the_window_shows_its_text(opened):
     nira, path = opened(b"one\r\n")
     before = nira.window()
