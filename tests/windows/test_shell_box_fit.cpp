@@ -94,10 +94,10 @@ TEST_F(ShellBoxFit, LeavesABoxThatFits) {
 
 TEST_F(ShellBoxFit, NarrowsTheButtonsOnASmallScreen) {
     Show(L"Save changes to 'harbour.txt'?", [](HWND box) {
-        shell::FitBox(box, {10, 20, 250, 340});
+        shell::FitBox(box, {10, 20, 210, 340});
         const RECT place = PlaceOf(box);
         EXPECT_EQ(place.left, 10);
-        EXPECT_EQ(place.right, 250);
+        EXPECT_EQ(place.right, 210);
         EXPECT_GT(place.top, 20);
         EXPECT_LT(place.bottom, 340);
         ExpectInOrder(box);
