@@ -26,7 +26,9 @@ struct Loading {
     int32_t chunk;      // the next chunk's flag
     char16_t* text;     // the codec's output buffer
     char16_t* widened;  // see SeparateFirstBreak
-    bool endedWithCr;   // the last decoded unit so far was a CR
+    char16_t* held;     // decoded and not yet in the document, see HoldBack
+    uint32_t heldCount;
+    bool endedWithCr;  // the last decoded unit so far was a CR
     bool readError;
 };
 
@@ -62,6 +64,29 @@ void InsertAtEnd(Editor* editor, const char16_t* text, uint32_t count) {
     if (TextInsert(editor, last, editor->lines[last].length, text, count) == kTextFailed) OutOfMemory(false);
 }
 
+void InsertHeld(Loading* loading) {
+    if (loading->heldCount == 0) return;
+    InsertAtEnd(loading->editor, loading->held, loading->heldCount);
+    loading->heldCount = 0;
+}
+
+void Hold(Loading* loading, const char16_t* text, uint32_t count) {
+    const size_t bytes = (size_t{loading->heldCount} + count) * sizeof(char16_t);
+    if (MemSize(nullptr, loading->held) < bytes) {
+        loading->held = static_cast<char16_t*>(MemReAlloc(nullptr, loading->held, bytes * 2));
+    }
+    std::copy_n(text, count, loading->held + loading->heldCount);
+    loading->heldCount += count;
+}
+
+// Whether a piece should wait for those behind it. A line of a script whose glyphs depend on their neighbours
+// is measured as a whole at each insertion, so a long one grows by as much as it has, not block by block.
+bool HoldBack(const Loading& loading, const char16_t* text, uint32_t count) {
+    const LineRecord& line = loading.editor->lines[loading.editor->lineCount - 1];
+    return line.shaped != 0 && loading.heldCount + count < line.length &&
+           std::none_of(text, text + count, [](char16_t unit) { return IsLineBreak(unit); });
+}
+
 // An LF at the start of this chunk belongs to a CR at the end of the one before.
 void Append(Loading* loading, uint32_t units) {
     if (units == 0) return;
@@ -74,7 +99,14 @@ void Append(Loading* loading, uint32_t units) {
     }
     loading->endedWithCr = last == kCarriageReturn;
     text = SeparateFirstBreak(loading, text, &count);
-    if (count > 0) InsertAtEnd(loading->editor, text, count);
+    if (count == 0) return;
+    const bool waits = HoldBack(*loading, text, count);
+    if (!waits && loading->heldCount == 0) {
+        InsertAtEnd(loading->editor, text, count);
+        return;
+    }
+    Hold(loading, text, count);
+    if (!waits) InsertHeld(loading);
 }
 
 // Decodes the first `total` bytes of the read buffer and appends their text. *rest becomes the bytes left
@@ -126,6 +158,7 @@ void LoadBlocks(Loading* loading) {
     loading->buffer = loading->block + kReadBlock;
     loading->chunk = kFirstChunk;
     while (LoadBlock(loading)) continue;
+    InsertHeld(loading);
 }
 
 void EndLoading(Loading* loading) {
@@ -135,6 +168,7 @@ void EndLoading(Loading* loading) {
     MemFree(nullptr, loading->block);
     MemFree(nullptr, loading->text);
     MemFree(nullptr, loading->widened);
+    MemFree(nullptr, loading->held);
     FileClose(loading->file);
     SetModified(editor, 0);
     editor->flags = 0;

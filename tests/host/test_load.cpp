@@ -3,6 +3,7 @@
 #include <random>
 
 #include "host/document_support.h"
+#include "platform/host/font_table.h"
 
 namespace nira {
 namespace {
@@ -238,6 +239,30 @@ TEST_F(LoadFile, ShortReadsChangeNothing) {
                      {.first = 1, .howMany = kFaultForever, .effect = FaultEffect::kShort});
     ASSERT_EQ(LoadBytes(bytes), 1);
     EXPECT_EQ(Text(editor), Wide(bytes));
+}
+
+// Every unit of such a line depends on its neighbours, so that each insertion measures the whole line.
+TEST_F(LoadFile, ALongLineOfShapedScriptIsNotMeasuredBlockByBlock) {
+    constexpr size_t kUnits = 1'000'000;
+    std::string bytes = "a\n";
+    for (size_t i = 0; i < kUnits; ++i) bytes += "\xD8\xA8";
+    HostTextDeviceResetCounts();
+    ASSERT_EQ(LoadBytes(bytes), 1);
+    EXPECT_EQ(Text(editor), u"a\n" + std::u16string(kUnits, u'\u0628'));
+    EXPECT_LE(HostTextDeviceCounts().unitsMeasured, 10 * kUnits);
+}
+
+TEST_F(LoadFile, ShapedLinesOfEveryLengthComeWhole) {
+    std::string bytes;
+    std::u16string text;
+    for (const size_t units : {9000, 40000, 3, 20480, 100000, 1, 30720}) {
+        for (size_t i = 0; i < units; ++i) bytes += i % 5 == 0 ? "x" : "\xD8\xA8";
+        for (size_t i = 0; i < units; ++i) text += i % 5 == 0 ? u'x' : u'\u0628';
+        bytes += "\n\n";
+        text += u"\n\n";
+    }
+    ASSERT_EQ(LoadBytes(bytes), 1);
+    EXPECT_EQ(Text(editor), text);
 }
 
 // ---- names ----
