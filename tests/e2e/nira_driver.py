@@ -262,7 +262,11 @@ class Nira:
         return wait_for("another bar", lambda: (now := self.bar()).handle != before.handle and now)
 
     def wait_title(self, title):
-        wait_for(f"title '{title}'", lambda: self.title() == title)
+        try:
+            wait_for(f"title '{title}'", lambda: self.title() == title)
+        except AssertionError as error:
+            # None while it runs: a program that ended by itself looks the same on the screen as one that hangs.
+            raise AssertionError(f"{error}; exit code: {self.process.poll()}") from error
 
     def is_running(self):
         return self.process.poll() is None
