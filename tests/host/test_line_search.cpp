@@ -7,25 +7,14 @@
 #include <string>
 
 #include "host/naive_search.h"
+#include "host/sanitizers.h"
 #include "search/find.h"
 #include "search/steady_search.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define NIRA_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define NIRA_SANITIZED 1
-#endif
-#endif
 
 namespace nira {
 namespace {
 
-#ifdef NIRA_SANITIZED
-constexpr int kCases = 60000;
-#else
-constexpr int kCases = 300000;
-#endif
+constexpr int kCases = kSanitized ? 60000 : 300000;
 
 int Find(const std::u16string& text, const std::u16string& pattern, bool matchCase) {
     return FindInLine(text.data(), static_cast<int32_t>(text.size()), pattern.data(),

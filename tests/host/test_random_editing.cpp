@@ -7,28 +7,17 @@
 #include <random>
 
 #include "host/naive_editor.h"
+#include "host/sanitizers.h"
 #include "host/view_fixture.h"
 #include "platform/host/clipboard_state.h"
 #include "view/clipboard_editing.h"
 #include "view/indentation.h"
 #include "view/undo_apply.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-#define NIRA_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define NIRA_SANITIZED 1
-#endif
-#endif
-
 namespace nira {
 namespace {
 
-#ifdef NIRA_SANITIZED
-constexpr uint32_t kSteps = 20000;
-#else
-constexpr uint32_t kSteps = 300000;
-#endif
+constexpr uint32_t kSteps = kSanitized ? 20000 : 300000;
 
 constexpr uint32_t kRound = 1000;
 constexpr size_t kMostUnits = 1500;

@@ -9,23 +9,12 @@
 #include "base/utf16.h"
 #include "host/editor_fixture.h"
 #include "host/naive_text.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define NIRA_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define NIRA_SANITIZED 1
-#endif
-#endif
+#include "host/sanitizers.h"
 
 namespace nira {
 namespace {
 
-#ifdef NIRA_SANITIZED
-constexpr int kOperations = 12000;
-#else
-constexpr int kOperations = 100000;
-#endif
+constexpr int kOperations = kSanitized ? 12000 : 100000;
 
 constexpr uint32_t kMostUnits = 4000;
 constexpr uint32_t kMostLines = 120;

@@ -7,24 +7,13 @@
 #include <random>
 
 #include "host/naive_search.h"
+#include "host/sanitizers.h"
 #include "host/search_fixture.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define NIRA_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define NIRA_SANITIZED 1
-#endif
-#endif
 
 namespace nira {
 namespace {
 
-#ifdef NIRA_SANITIZED
-constexpr int kDocuments = 1500;
-#else
-constexpr int kDocuments = 20000;
-#endif
+constexpr int kDocuments = kSanitized ? 1500 : 20000;
 constexpr int kFinds = 12;    // in each document
 constexpr size_t kMost = 60;  // replacements, where they feed on themselves
 

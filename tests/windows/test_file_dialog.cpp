@@ -15,27 +15,10 @@
 #include "platform/win32/casts.h"
 #include "resources/resource.h"
 #include "shell/menu_bar.h"
+#include "windows/dialog_script.h"
 
 namespace nira {
 namespace {
-
-std::function<void(HWND)> script;
-
-BOOL CALLBACK FindDialog(HWND window, LPARAM found) {
-    if (GetDlgItem(window, IDC_FILE_LIST) == nullptr || !IsWindowVisible(window)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-
-// Waits until the dialog is shown, then plays the script, which has to end it.
-void CALLBACK Play(HWND, UINT, UINT_PTR timer, DWORD) {
-    HWND dialog = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), FindDialog, reinterpret_cast<LPARAM>(&dialog));
-    if (dialog == nullptr) return;
-    KillTimer(nullptr, timer);
-    script(dialog);
-    if (IsWindowVisible(dialog)) SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
-}
 
 class FileDialogWindow : public testing::Test {
   protected:
@@ -70,8 +53,7 @@ class FileDialogWindow : public testing::Test {
     }
     // The path chosen in the end, empty for none.
     std::wstring Run(bool saving, const std::wstring& initial, std::function<void(HWND)> steps) {
-        script = std::move(steps);
-        SetTimer(nullptr, 0, 50, Play);
+        PlayWhenShown(IDC_FILE_LIST, std::move(steps));
         const char16_t* path = FromWide(initial.c_str());
         char16_t* chosen = saving ? SaveDialog(path, &codec, &lineEnd) : OpenDialog(path, &codec);
         const std::wstring result = chosen != nullptr ? ToWide(chosen) : L"";

@@ -16,29 +16,12 @@
 #include "shell/menu_bar.h"
 #include "view/font_chooser.h"
 #include "view/fonts.h"
+#include "windows/dialog_script.h"
 
 namespace nira {
 namespace {
 
 constexpr int kTouchTarget = 24;
-
-std::function<void(HWND)> script;
-
-BOOL CALLBACK FindDialog(HWND window, LPARAM found) {
-    if (GetDlgItem(window, IDC_FONT_FACE) == nullptr || !IsWindowVisible(window)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-
-// Waits until the dialog is shown, then plays the script; a dialog that it leaves open is cancelled.
-void CALLBACK Play(HWND, UINT, UINT_PTR timer, DWORD) {
-    HWND dialog = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), FindDialog, reinterpret_cast<LPARAM>(&dialog));
-    if (dialog == nullptr) return;
-    KillTimer(nullptr, timer);
-    script(dialog);
-    PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
-}
 
 class FontChooser : public testing::Test {
   protected:
@@ -57,8 +40,7 @@ class FontChooser : public testing::Test {
     }
     // The description chosen, empty for none.
     std::u16string Run(const std::u16string& current, std::function<void(HWND)> steps) const {
-        script = std::move(steps);
-        SetTimer(nullptr, 0, 20, Play);
+        PlayWhenShown(IDC_FONT_FACE, std::move(steps));
         char16_t* chosen = ChooseFontSpec(FromHwnd(owner), current.c_str());
         const std::u16string result = chosen != nullptr ? chosen : u"";
         MemFree(nullptr, chosen);
