@@ -255,7 +255,7 @@ TEST_F(LoadFile, ALongLineOfShapedScriptIsNotMeasuredBlockByBlock) {
 TEST_F(LoadFile, ShapedLinesOfEveryLengthComeWhole) {
     std::string bytes;
     std::u16string text;
-    for (const size_t units : {9000, 40000, 3, 20480, 100000, 1, 30720}) {
+    for (const size_t units : std::initializer_list<size_t>{9000, 40000, 3, 20480, 100000, 1, 30720}) {
         for (size_t i = 0; i < units; ++i) bytes += i % 5 == 0 ? "x" : "\xD8\xA8";
         for (size_t i = 0; i < units; ++i) text += i % 5 == 0 ? u'x' : u'\u0628';
         bytes += "\n\n";

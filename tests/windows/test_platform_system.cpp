@@ -216,10 +216,13 @@ TEST_F(SystemFiles, TakeADriveBelowTheRootForTheDrive) {
 }
 
 TEST_F(SystemFiles, TakeTheRootForTheHomeFolder) {
-    const char16_t* path = u"\\nira files test in the home folder.txt";
+    // The folder is the person's own, whatever else runs.
+    const std::wstring name = L"\\nira test " + std::to_wstring(GetCurrentProcessId()) + L" " +
+                              std::to_wstring(GetTickCount64()) + L".txt";
+    const char16_t* path = FromWide(name.c_str());
     ASSERT_TRUE(Make(path, "home"));
     EXPECT_EQ(Content(path), "home");
-    EXPECT_EQ(GetFileAttributesW(ToWide(path)), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(GetFileAttributesW(name.c_str()), INVALID_FILE_ATTRIBUTES);
     EXPECT_TRUE(FileDelete(path));
 }
 
