@@ -18,6 +18,7 @@ python=/usr/bin/python3
 build_packages=(cmake ninja-build g++-mingw-w64-x86-64)
 wine_packages=(wine wine64 fonts-wine fonts-liberation2)
 screen_packages=(xvfb xauth xdotool imagemagick)
+bench_packages=(cmake ninja-build g++ libbenchmark-dev)
 test_packages=(g++ clang libclang-rt-14-dev git googletest clang-format clang-tidy python3 python3-pytest)
 
 say() { printf '%s\n' "$*"; }
