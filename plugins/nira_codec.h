@@ -8,8 +8,9 @@
 // NIRA lists the values of HKEY_LOCAL_MACHINE\Software\NIRA\Encodings as encodings: a value's name is what
 // people choose, its text the path of the library. For one load or one save NIRA loads the library, calls
 // GetEncoder with the chosen name and a record of zeros, calls `create` when it was filled in, then `decode`
-// or `encode` chunk by chunk, `currentIndex`, `destroy`, and unloads the library. GetEncoder fills in the
-// record and returns a result whose low 16 bits are not zero, or returns 0 when it has no such encoding.
+// chunk by chunk and `currentIndex`, or `encode` chunk by chunk, then `destroy`, and unloads the library.
+// GetEncoder fills in the record and returns a result whose low 16 bits are not zero, or returns 0 when it
+// has no such encoding.
 //
 // Nothing here may throw. docs/plugins.md tells how to write, register and test one.
 #pragma once
