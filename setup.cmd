@@ -162,7 +162,7 @@ exit /b 0
 
 rem each_paper STEP: what there is to read, which is welcome and not needed, in the folders where it refers to itself.
 :each_paper
-for %%f in (README.md LICENSE CONTRIBUTING.md) do call :%1 "" %%f
+for %%f in (README.md LICENSE CONTRIBUTING.md) do call :%1 .\ %%f
 call :%1 docs\screenshots\ *.png
 call :%1 docs\ *.md
 call :%1 plugins\example\ *.cpp
@@ -177,7 +177,7 @@ exit /b 0
 
 :take_paper
 if exist "%target%\%~1%~2" del /f /q "%target%\%~1%~2" >nul 2>nul
-if not "%~1"=="" if exist "%target%\%~1" rmdir "%target%\%~1" 2>nul
+if not "%~1"==".\" if exist "%target%\%~1" rmdir "%target%\%~1" 2>nul
 exit /b 0
 
 rem as_administrator HALF: runs `machine` or `machine_remove` with the rights to write for the whole machine, and tells

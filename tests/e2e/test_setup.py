@@ -55,7 +55,7 @@ def test_what_the_packed_papers_refer_to_is_packed(archive):
 def test_what_the_installed_papers_refer_to_is_installed(unpacked):
     run_setup(unpacked)
     pages = list(PROGRAM.rglob("*.md"))
-    assert PROGRAM / "docs" / "manual.md" in pages
+    assert {PROGRAM / "README.md", PROGRAM / "docs" / "manual.md"} <= set(pages)
     for page in pages:
         for link in linked_files(str(page.parent), page.read_text()):
             assert os.path.exists(link), f"{page} refers to {link}"
