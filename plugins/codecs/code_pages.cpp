@@ -133,11 +133,19 @@ uint32_t DecodePage(PageReader* reader, const uint8_t* source, uint32_t size, bo
     return size;
 }
 
+// Text that the system does not convert may not be left out: a fault ends the save and leaves the old file.
+uint32_t EncodePlain(uint32_t page, const char16_t* source, uint32_t units, uint8_t* out) {
+    if (units == 0) return 0;
+    const uint32_t bytes = PageFromUnits(page, source, units, out, units * kBytesOfUnit);
+    if (bytes == 0) __builtin_trap();
+    return bytes;
+}
+
 uint32_t EncodePage(uint32_t page, const char16_t* source, uint32_t units, bool last, uint8_t** out) {
     uint32_t at = 0;
     while (at < units) {
         const uint32_t plain = PlainUnits(source + at, units - at);
-        if (plain > 0) *out += PageFromUnits(page, source + at, plain, *out, plain * kBytesOfUnit);
+        *out += EncodePlain(page, source + at, plain, *out);
         at += plain;
         if (at == units) break;
         const bool cut = IsHigh(source[at]) && at + 1 == units;
@@ -145,7 +153,7 @@ uint32_t EncodePage(uint32_t page, const char16_t* source, uint32_t units, bool 
         if (IsEscape(source[at])) {
             *(*out)++ = static_cast<uint8_t>(source[at]);
         } else {
-            *out += PageFromUnits(page, source + at, 1, *out, kBytesOfUnit);
+            *out += EncodePlain(page, source + at, 1, *out);
         }
         ++at;
     }

@@ -1,4 +1,8 @@
 #include "app/hand_over.h"
+
+#include <cwchar>
+#include <iterator>
+
 #include "app/main_window.h"
 #include "platform/win32/casts.h"
 
@@ -26,6 +30,19 @@ HWND EditorWindowOf(HWND other, uint32_t patience) {
     return nullptr;
 }
 
+struct Instances {
+    HWND windows[16];
+    size_t count;
+};
+
+BOOL CALLBACK NoteInstance(HWND window, LPARAM parameter) {
+    auto* instances = reinterpret_cast<Instances*>(parameter);
+    wchar_t name[8] = {};
+    GetClassNameW(window, name, 8);
+    if (wcscmp(name, L"NIRA") == 0) instances->windows[instances->count++] = window;
+    return instances->count < std::size(instances->windows);
+}
+
 void BringToFront(HWND other) {
     if (IsIconic(other)) ShowWindow(other, SW_RESTORE);
     SetForegroundWindow(GetLastActivePopup(other));
@@ -35,7 +52,6 @@ bool HandOverTo(HWND other, const char16_t* path, uint32_t patience) {
     DWORD_PTR answer = 0;
     // Before anything else: to show or activate a window that hangs would wait for it without an end.
     if (!Ask(other, WM_NULL, 0, patience, &answer)) return false;
-    BringToFront(other);
     if (path[0] == 0) return IsWindow(other) != FALSE;
     // The main window cannot be given a text of another process's memory; the editor window's WM_SETTEXT can.
     const HWND editor = EditorWindowOf(other, patience);
@@ -45,11 +61,16 @@ bool HandOverTo(HWND other, const char16_t* path, uint32_t patience) {
 
 }  // namespace
 
-// Any of them may hang, and the one that was started beside it be well.
+// Any of them may hang, and the one that was started beside it be well. They are counted first: bringing one
+// to the front changes the order in which they are found.
 bool HandOver(const char16_t* path, uint32_t patience) {
-    HWND other = nullptr;
-    while ((other = FindWindowExW(nullptr, other, L"NIRA", nullptr)) != nullptr) {
-        if (HandOverTo(other, path, patience)) return true;
+    Instances others = {{}, 0};
+    EnumWindows(NoteInstance, reinterpret_cast<LPARAM>(&others));
+    for (size_t i = 0; i < others.count; ++i) {
+        if (HandOverTo(others.windows[i], path, patience)) {
+            BringToFront(others.windows[i]);
+            return true;
+        }
     }
     return false;
 }

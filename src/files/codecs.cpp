@@ -37,15 +37,15 @@ struct PlugInNames {
 
 // Copies the value names behind the built-in ones. When the registry gives up half-way, the count becomes one
 // more than the names there are: an empty slot ends the list, and every reader steps over it.
-void CopyNames(PlugInNames* names) {
+void CopyNames(CodecList* list, PlugInNames* names) {
     for (uint32_t i = 0; i < names->values; ++i) {
         uint32_t length = names->room;
         if (!RegKeyEnumValue(names->key, i, names->buffer, &length)) {
-            theList.count = i + kBuiltInCodecs + 1;
+            list->count = i + kBuiltInCodecs + 1;
             return;
         }
-        theList.names[kBuiltInCodecs + i] = MemStrDup(nullptr, names->buffer);
-        theList.count = kBuiltInCodecs + i + 1;
+        list->names[kBuiltInCodecs + i] = MemStrDup(nullptr, names->buffer);
+        list->count = kBuiltInCodecs + i + 1;
     }
 }
 
@@ -55,17 +55,52 @@ bool NameBefore(const char16_t* left, const char16_t* right) {
     return Utf16Compare(left, right) < 0;
 }
 
-void BuildList(PlugInNames* names) {
+void FillList(CodecList* list, PlugInNames* names) {
     uint32_t longest = 0;
     RegKeyQueryInfo(names->key, &names->values, &longest);
     names->room = longest + 1;
     names->buffer = MemAllocArray<char16_t>(nullptr, names->room);
-    theList.names = MemAllocArray<char16_t*>(nullptr, size_t{names->values} + kBuiltInCodecs);
-    std::copy_n(kBuiltInNames, kBuiltInCodecs, theList.names);
-    theList.count = kBuiltInCodecs;
-    CopyNames(names);
-    char16_t** plugIns = theList.names + kBuiltInCodecs;
+    list->names = MemAllocArray<char16_t*>(nullptr, size_t{names->values} + kBuiltInCodecs);
+    std::copy_n(kBuiltInNames, kBuiltInCodecs, list->names);
+    list->count = kBuiltInCodecs;
+    CopyNames(list, names);
+    char16_t** plugIns = list->names + kBuiltInCodecs;
     std::sort(plugIns, plugIns + names->values, NameBefore);
+}
+
+void FreeList(CodecList* list) {
+    for (uint32_t i = kBuiltInCodecs; i < list->count; ++i) MemFree(nullptr, list->names[i]);
+    MemFree(nullptr, list->names);
+    *list = {nullptr, 0};
+}
+
+// False, with an empty list, when memory runs out.
+bool BuildList(CodecList* list) {
+    PlugInNames names = {};
+    names.key = RegKeyOpenExisting(RegistryRoot::kLocalMachine, kPlugInKey);
+    const bool built = Guarded([&] { FillList(list, &names); });
+    MemFree(nullptr, names.buffer);
+    RegKeyClose(names.key);
+    if (!built) FreeList(list);
+    return built;
+}
+
+uint32_t FindName(const char16_t* name, uint32_t otherwise) {
+    for (uint32_t i = 0; i < theList.count; ++i) {
+        if (theList.names[i] != nullptr && Utf16Compare(theList.names[i], name) == 0) return i;
+    }
+    return otherwise;
+}
+
+// The place in the list of what a library reports. It reckons from the names in the registry as they are now,
+// where encodings may have come and gone since the list was made; the name is what it means.
+uint32_t PlaceOfReported(uint32_t index, uint32_t own) {
+    CodecList now = {nullptr, 0};
+    uint32_t place = own;
+    if (BuildList(&now) && index < now.count && now.names[index] != nullptr)
+        place = FindName(now.names[index], own);
+    FreeList(&now);
+    return place;
 }
 
 bool IsListed(uint32_t index) { return index < theList.count && theList.names[index] != nullptr; }
@@ -88,20 +123,12 @@ Codec* CreateBuiltIn(uint32_t index) {
 
 int InitCodecs() {
     FreeCodecs();
-    PlugInNames names = {};
-    names.key = RegKeyOpenExisting(RegistryRoot::kLocalMachine, kPlugInKey);
-    const bool built = Guarded([&] { BuildList(&names); });
-    MemFree(nullptr, names.buffer);
-    RegKeyClose(names.key);
-    if (!built) FreeCodecs();
-    return built ? 1 : 0;
+    return BuildList(&theList) ? 1 : 0;
 }
 
 void FreeCodecs() {
-    for (uint32_t i = kBuiltInCodecs; i < theList.count; ++i) MemFree(nullptr, theList.names[i]);
-    MemFree(nullptr, theList.names);
+    FreeList(&theList);
     ForgetFaultedLibraries();
-    theList = {nullptr, 0};
 }
 
 const CodecList& TheCodecList() { return theList; }
@@ -111,12 +138,7 @@ const char16_t* CodecName(uint32_t index) {
     return name != nullptr ? name : nameAnsi;
 }
 
-uint32_t CodecIndex(const char16_t* name) {
-    for (uint32_t i = 0; i < theList.count; ++i) {
-        if (theList.names[i] != nullptr && Utf16Compare(theList.names[i], name) == 0) return i;
-    }
-    return kCodecAnsi;
-}
+uint32_t CodecIndex(const char16_t* name) { return FindName(name, kCodecAnsi); }
 
 uint32_t DefaultCodec() { return CodecIndex(TheOptions().defaultEncoding); }
 
@@ -150,8 +172,7 @@ bool CodecEncode(Codec* codec, const char16_t* source, uint32_t units, uint8_t**
 
 uint32_t CodecCurrentIndex(Codec* codec) {
     if (!IsPlugIn(codec)) return codec->currentIndex(codec->state, GrowOnLocalHeap);
-    const uint32_t index = PlugInCurrentIndex(codec);
-    return IsListed(index) ? index : PlugInOwnIndex(codec);
+    return PlaceOfReported(PlugInCurrentIndex(codec), PlugInOwnIndex(codec));
 }
 
 }  // namespace nira

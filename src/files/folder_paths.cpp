@@ -82,7 +82,7 @@ char16_t* JoinPath(const char16_t* folder, const char16_t* name) {
     char16_t* path = MemAllocArray<char16_t>(nullptr, units);
     Utf16Copy(path, units, folder);
     // A backslash more would turn a path of the root folder into that of a server.
-    const bool whole = folderUnits == 0 && name[0] == u'\\';
+    const bool whole = BeginsWithServer(name) || (folderUnits == 0 && name[0] == u'\\');
     if (!whole) path[folderUnits] = u'\\';
     const size_t head = whole ? 0 : folderUnits + 1;
     Utf16Copy(path + head, units - head, name);

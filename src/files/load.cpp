@@ -124,9 +124,10 @@ bool DecodeChunk(Loading* loading, uint32_t total, int32_t chunk, uint32_t* rest
 // Moves what is left over to the start of the buffer. Its place is reckoned from the bytes of this read
 // alone, as on every device this editor has run on: two of them must load the same file alike, down to what a
 // sequence cut by two block ends in a row turns into. So the place may lie before the buffer, in the zeroed
-// bytes there.
+// bytes there. Libraries are promised the very bytes that they left.
 void KeepRest(Loading* loading, uint32_t bytesRead, uint32_t rest) {
-    const ptrdiff_t from = static_cast<ptrdiff_t>(bytesRead) - static_cast<ptrdiff_t>(rest);
+    const uint32_t end = bytesRead + (IsPlugIn(loading->codec) ? loading->carry : 0);
+    const ptrdiff_t from = static_cast<ptrdiff_t>(end) - static_cast<ptrdiff_t>(rest);
     if (rest > 0) std::memmove(loading->buffer, loading->buffer + from, rest);
     loading->carry = rest;
 }

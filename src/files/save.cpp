@@ -118,6 +118,7 @@ bool SetAside(Saving* saving) {
 bool Open(Saving* saving) {
     if (saving->backup != nullptr && !SetAside(saving)) return false;
     saving->file = FileCreateForWriting(saving->editor->path);
+    if (saving->file != nullptr && saving->setAside) FileCopyHidden(saving->backup, saving->editor->path);
     return saving->file != nullptr;
 }
 

@@ -36,6 +36,9 @@ bool FileExists(const char16_t* path);
 // True when this name is a read-only file's or a folder's, neither of which may be overwritten.
 bool FileIsProtected(const char16_t* path);
 
+// Hides `to` in the ways in which `from` is hidden, where there are such.
+void FileCopyHidden(const char16_t* from, const char16_t* to);
+
 // Renames; fails when `to` exists.
 bool FileMove(const char16_t* from, const char16_t* to);
 

@@ -22,7 +22,8 @@ void BeginLongOperation();
 
 // What such an operation calls at each of its steps; cheap. A quarter of a second after the beginning, and
 // then twenty times a second, it lets windows paint themselves and answers the system, under the wait
-// pointer. Keys and pointer do nothing and are forgotten, but for Esc: false once it has been pressed.
+// pointer. Keys and pointer do nothing and are forgotten, but for Esc and a press on an enabled Cancel, the
+// dialog's or its bar's: false once there was one.
 // Requests to close a window wait until the operation has ended.
 bool KeepAnswering();
 

@@ -203,12 +203,12 @@ bool Accept(HWND dialog) {
                          IsChecked(dialog, IDC_UP)});
 }
 
-// A finger has no pointer that could turn into the one of waiting. The control with the keyboard is left
-// alone: once disabled it would lose the keyboard, and Esc would go astray.
+// A finger has no pointer that could turn into the one of waiting. Cancel stays: it ends the waiting. The
+// control with the keyboard is left alone: once disabled it would lose the keyboard, and Esc would go astray.
 void SetBusy(HWND dialog, bool busy) {
     DialogOf(dialog).busy = busy;
     const HWND bar = shell::VisibleBar(dialog);
-    for (const int id : {IDOK, IDCANCEL, CMD_REPLACE_ALL}) {
+    for (const int id : {IDOK, CMD_REPLACE_ALL}) {
         const HWND button = GetDlgItem(dialog, id);
         if (!busy || button != GetFocus()) EnableWindow(button, busy ? FALSE : TRUE);
         SendMessageW(bar, TB_ENABLEBUTTON, static_cast<WPARAM>(id), MAKELPARAM(busy ? FALSE : TRUE, 0));

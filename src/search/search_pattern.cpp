@@ -25,9 +25,23 @@ char16_t* WordAtCaret(const Editor* editor) {
     return word;
 }
 
+// As many lines as fill the pattern: the rest of a large selection is not copied to be thrown away.
 char16_t* SelectedText(const Editor* editor) {
+    SelectionRange range = SelectionRangeOf(editor);
+    size_t most = 0;
+    for (uint32_t line = range.line1; line < range.line2 && most <= kLongestPattern; ++line) {
+        const uint32_t from = line == range.line1 ? range.column1 : 0;
+        most += editor->lines[line].length - from + 1;
+        if (most > kLongestPattern) {
+            range.line2 = line;
+            range.column2 = editor->lines[line].length;
+        }
+    }
+    const uint32_t from = range.line1 == range.line2 ? range.column1 : 0;
+    range.column2 = std::min(range.column2, from + uint32_t{kLongestPattern});
     uint32_t units = 0;
-    char16_t* text = SelectionCopy(editor, &units);
+    char16_t* text = TextCopyRange(editor, nullptr, editor->lineEnd, range.line1, range.column1, range.line2,
+                                   range.column2, &units);
     if (units > kLongestPattern) text[kLongestPattern] = 0;
     return text;
 }

@@ -11,6 +11,7 @@
 #include "resources/resource.h"
 #include "settings/format_page.h"
 #include "shell/scrolling_page.h"
+#include "shell/work_area.h"
 #include "view/font_chooser.h"
 
 namespace nira {
@@ -165,18 +166,16 @@ void RedrawColors(WindowHandle page) {
 // Opened fully, the chooser would not fit a narrow screen. It has the font, and so the units, of the page.
 bool FullChooserFits(WindowHandle page) {
     RECT chooser = {0, 0, kFullChooserUnits, 0};
-    RECT work = {};
     MapDialogRect(ToHwnd(page), &chooser);
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    const RECT work = shell::WorkAreaOf(ToHwnd(page));
     return chooser.right <= work.right - work.left;
 }
 
 // Keeps the chooser on the screen, wherever the sheet that owns it is.
 UINT_PTR CALLBACK PlaceChooser(HWND chooser, UINT message, WPARAM, LPARAM) {
     if (message != WM_INITDIALOG) return 0;
-    RECT work = {};
+    const RECT work = shell::WorkAreaOf(GetWindow(chooser, GW_OWNER));
     RECT place = {};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
     GetWindowRect(chooser, &place);
     const LONG left = work.left + (work.right - work.left - (place.right - place.left)) / 2;
     const LONG top = work.top + (work.bottom - work.top - (place.bottom - place.top)) / 2;

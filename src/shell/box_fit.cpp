@@ -1,6 +1,7 @@
 #include "shell/box_fit.h"
 
 #include "shell/subclass.h"
+#include "shell/work_area.h"
 
 namespace shell {
 
@@ -81,7 +82,7 @@ void ShowBroken(HWND window, HDC device, int width) {
     GetWindowTextW(window, text, length + 1);
     wchar_t* broken = text + units;
     BreakWords(device, text, width, broken);
-    if (lstrcmpW(text, broken) != 0) {
+    if (wcscmp(text, broken) != 0) {
         SetWindowTextW(window, broken);
     }
     FreeRecord(text);
@@ -146,27 +147,14 @@ void FitButtons(HWND box, int width, int down) {
     }
 }
 
-// Of the screen that the box is to appear on.
-bool WorkArea(HWND box, RECT* area) {
-    MONITORINFO screen = {};
-    screen.cbSize = sizeof(screen);
-    const HMONITOR monitor = MonitorFromWindow(boxOwner ? boxOwner : box, MONITOR_DEFAULTTONEAREST);
-    if (!GetMonitorInfoW(monitor, &screen)) {
-        return false;
-    }
-    *area = screen.rcWork;
-    return true;
-}
-
 // A box is laid out when it has handled WM_INITDIALOG, and not yet shown. When it is activated, which is
 // where one expects it, Wine has still to place the buttons. Dialogs that the box interrupts have another
 // owner.
 LRESULT CALLBACK AfterMessage(int code, WPARAM wParam, LPARAM lParam) {
     const auto* done = reinterpret_cast<const CWPRETSTRUCT*>(lParam);
-    RECT area = {};
     if (code == HC_ACTION && done->message == WM_INITDIALOG && IsOfClass(done->hwnd, L"#32770") &&
-        GetWindow(done->hwnd, GW_OWNER) == boxOwner && WorkArea(done->hwnd, &area)) {
-        FitBox(done->hwnd, area);
+        GetWindow(done->hwnd, GW_OWNER) == boxOwner) {
+        FitBox(done->hwnd, WorkAreaOf(boxOwner ? boxOwner : done->hwnd));
     }
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }

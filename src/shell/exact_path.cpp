@@ -58,9 +58,6 @@ wchar_t* ExactPath(const wchar_t* path) {
 }
 
 bool NamesDevice(const wchar_t* path) {
-    if (path[0] == L'\\' && path[1] == L'\\') {
-        return false;
-    }
     wchar_t* full = FullPath(path);
     const bool device = full && wcsncmp(full, L"\\\\.\\", 4) == 0;
     FreeShellText(full);

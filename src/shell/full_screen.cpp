@@ -2,6 +2,7 @@
 
 #include "shell/menu_bar.h"
 #include "shell/subclass.h"
+#include "shell/work_area.h"
 
 namespace shell {
 
@@ -13,10 +14,13 @@ constexpr UINT kAddDoneButton = WM_APP + 0x3F01;
 RECT AreaToCover(HWND dialog) {
     RECT area = {};
     const HWND owner = GetWindow(dialog, GW_OWNER);
+    const RECT work = WorkAreaOf(owner);
     if (!owner || IsIconic(owner) || !GetWindowRect(owner, &area)) {
-        SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+        return work;
     }
-    return area;
+    // The frame of a maximised window reaches beyond the screen on all sides, and its contents do not.
+    RECT inside = {};
+    return IsZoomed(owner) && IntersectRect(&inside, &area, &work) ? inside : area;
 }
 
 bool HasDoneButton(HWND dialog) {

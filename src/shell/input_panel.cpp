@@ -1,6 +1,7 @@
 #include "shell/input_panel.h"
 
 #include "shell/desktop_frame.h"
+#include "shell/work_area.h"
 
 namespace shell {
 
@@ -13,10 +14,9 @@ LONG Within(LONG value, LONG low, LONG high) {
 }
 
 void PlaceOverUpperHalf(HWND dialog) {
-    RECT work = {};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-    RECT owner = work;
     const HWND ownerWindow = GetWindow(dialog, GW_OWNER);
+    const RECT work = WorkAreaOf(ownerWindow);
+    RECT owner = work;
     if (ownerWindow && !IsIconic(ownerWindow)) {
         GetWindowRect(ownerWindow, &owner);
     }

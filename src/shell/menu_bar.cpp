@@ -7,6 +7,7 @@
 #include "shell/menu_fit.h"
 #include "shell/menu_walk.h"
 #include "shell/subclass.h"
+#include "shell/work_area.h"
 
 namespace shell {
 
@@ -191,16 +192,13 @@ LRESULT TellOwner(const Bar* bar, UINT message, WPARAM wParam, LPARAM lParam) {
 // Names the drop-down instead of the position 0 that the system gives to every tracked pop-up.
 LRESULT OnInitMenuPopup(const Bar* bar, WPARAM wParam, LPARAM lParam) {
     const HMENU popup = reinterpret_cast<HMENU>(wParam);
-    const HMONITOR monitor = MonitorFromWindow(bar->window, MONITOR_DEFAULTTONEAREST);
+    // Before the owner hears of it: it may destroy the bar.
+    const RECT work = WorkAreaOf(bar->window);
     const bool isDropDown = bar->openPopup && popup == bar->openPopup;
     NoteMenuMessage(WM_INITMENUPOPUP, wParam, lParam);
     const LRESULT result = TellOwner(bar, WM_INITMENUPOPUP, wParam,
                                      isDropDown ? MAKELPARAM(bar->openCommand, HIWORD(lParam)) : lParam);
-    MONITORINFO screen = {};
-    screen.cbSize = sizeof(screen);
-    if (GetMonitorInfoW(monitor, &screen)) {
-        FitMenu(popup, screen.rcWork.right - screen.rcWork.left);
-    }
+    FitMenu(popup, work.right - work.left);
     return result;
 }
 

@@ -113,7 +113,7 @@ void Restore(const Shortened* item) {
     auto* text = static_cast<wchar_t*>(AllocRecord((static_cast<size_t>(length) + 1) * sizeof(wchar_t)));
     UINT id = 0;
     if (text && ReadItem(item->menu, item->position, text, length + 1, &id) == length && id == item->id &&
-        lstrcmpW(text, item->shown) == 0) {
+        wcscmp(text, item->shown) == 0) {
         WriteItem(item->menu, item->position, item->full);
     }
     FreeRecord(text);

@@ -108,7 +108,7 @@ int CALLBACK AddFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM par
 
 int CALLBACK AddSizes(const LOGFONTW*, const TEXTMETRICW* metrics, DWORD kind, LPARAM parameter) {
     const LONG height = metrics->tmHeight - metrics->tmInternalLeading;
-    return AddFontSizes(reinterpret_cast<FontSizes*>(parameter), (kind & TRUETYPE_FONTTYPE) != 0, height,
+    return AddFontSizes(reinterpret_cast<FontSizes*>(parameter), (kind & RASTER_FONTTYPE) == 0, height,
                         FontScale());
 }
 
@@ -190,8 +190,9 @@ void ShowChoice(const FontDialog& dialog, const FontChoice& choice) {
 void ShowPreview(FontDialog* dialog) {
     char16_t* description = WriteFontChoice(ReadChoice(*dialog));
     const FontHandle before = dialog->preview;
-    dialog->preview = AcquireFont(description);
+    const bool enough = Guarded([&] { dialog->preview = AcquireFont(description); });
     MemFree(nullptr, description);
+    if (!enough) OutOfMemory(false);
     Ask(*dialog, IDC_FONT_PREVIEW, WM_SETFONT, reinterpret_cast<WPARAM>(ToHfont(dialog->preview)), TRUE);
     ReleaseFont(before);
 }

@@ -40,6 +40,11 @@ TEST_F(FolderPaths, JoinInTheRootFolderMakesNoServerOfAPathOfTheRootFolder) {
     EXPECT_EQ(Join(u"", u"\\\\server\\share"), u"\\\\server\\share");
 }
 
+TEST_F(FolderPaths, JoinLeavesAServersPathAlone) {
+    EXPECT_EQ(Join(u"C:\\a", u"\\\\server\\share\\b.txt"), u"\\\\server\\share\\b.txt");
+    EXPECT_EQ(Join(u"C:\\a", u"\\b.txt"), u"C:\\a\\\\b.txt") << "which tidying takes for one folder below";
+}
+
 TEST_F(FolderPaths, TidyingRestartsAtADrive) {
     EXPECT_EQ(Tidied(u"C:\\a\\D:\\x\\y.txt"), u"D:\\x\\y.txt");
     EXPECT_EQ(Tidied(u"\\D:"), u"D:");

@@ -39,6 +39,19 @@ TEST_F(ProposedPatterns, HoldTheLineEndsOfASelection) {
     EXPECT_EQ(ProposedFor(1, 1, 0, 2), u"e\r\nt");
 }
 
+TEST_F(ProposedPatterns, AreNoMoreOfALargeSelectionThanAPatternHolds) {
+    std::u16string text;
+    for (int i = 0; i < 40000; ++i) text += u"ab\n";
+    Fill(text);
+    std::u16string expected;
+    for (int i = 0; i < 40000; ++i) expected += u"ab\r\n";
+    EXPECT_EQ(ProposedFor(0, 0, 40000, 0), expected.substr(0, kLongestPattern));
+    EXPECT_EQ(ProposedFor(0, 0, 5, 0), u"ab\r\nab\r\nab\r\nab\r\nab\r\n");
+    Fill(std::u16string(100000, u'x'));
+    EXPECT_EQ(ProposedFor(0, 1, 0, 100000), std::u16string(kLongestPattern, u'x'));
+    EXPECT_EQ(ProposedFor(0, 1, 0, 3), u"xx");
+}
+
 TEST_F(ProposedPatterns, AreTheWordAtTheCaret) {
     Fill(u"one two_2, three");
     EXPECT_EQ(ProposedAt(0, 0), u"one");

@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include "platform/shell_requests.h"
+#include "shell/menu_bar.h"
 
 namespace nira {
 namespace {
@@ -80,6 +83,48 @@ TEST_F(LongOperation, IsStoppedByEscape) {
     EXPECT_FALSE(KeepAnswering());
     Sleep(kLong);
     EXPECT_TRUE(KeepAnswering()) << "it has been taken";
+}
+
+TEST_F(LongOperation, IsStoppedByAPressOnCancel) {
+    const HWND cancel = CreateWindowExW(0, L"BUTTON", L"Cancel", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, window_,
+                                        reinterpret_cast<HMENU>(IDCANCEL), nullptr, nullptr);
+    const HWND other = CreateWindowExW(0, L"BUTTON", L"Other", WS_CHILD | WS_VISIBLE, 0, 30, 50, 20, window_,
+                                       reinterpret_cast<HMENU>(IDOK), nullptr, nullptr);
+    for (const UINT press : {UINT{WM_LBUTTONDOWN}, UINT{0x0246}}) {
+        BeginLongOperation();
+        Sleep(kLong);
+        PostMessageW(other, press, MK_LBUTTON, 0);
+        PostMessageW(window_, press, MK_LBUTTON, 0);
+        EXPECT_TRUE(KeepAnswering());
+        Sleep(kLong);
+        PostMessageW(cancel, press, MK_LBUTTON, 0);
+        EXPECT_FALSE(KeepAnswering());
+        EnableWindow(cancel, FALSE);
+        Sleep(kLong);
+        PostMessageW(cancel, press, MK_LBUTTON, 0);
+        EXPECT_TRUE(KeepAnswering());
+        EnableWindow(cancel, TRUE);
+    }
+}
+
+TEST_F(LongOperation, IsStoppedByAPressOnTheCancelOfABar) {
+    const short buttons[] = {-1, 2, -2, IDOK, 4, 16, 0, 0, -1, -2, IDCANCEL, 4, 16, 0, 0, -1};
+    const HWND bar = shell::CreateBarFromMemory(window_, GetModuleHandleW(nullptr), buttons, sizeof(buttons));
+    ASSERT_NE(bar, nullptr);
+    const auto press = [&](int command) {
+        RECT place = {};
+        SendMessageW(bar, TB_GETRECT, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&place));
+        PostMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(place.left + 2, place.top + 2));
+        Sleep(kLong);
+    };
+    BeginLongOperation();
+    press(IDOK);
+    EXPECT_TRUE(KeepAnswering());
+    press(IDCANCEL);
+    EXPECT_FALSE(KeepAnswering());
+    SendMessageW(bar, TB_ENABLEBUTTON, IDCANCEL, 0);
+    press(IDCANCEL);
+    EXPECT_TRUE(KeepAnswering());
 }
 
 TEST_F(LongOperation, ForgetsOtherInputAndPutsOffTheEnd) {

@@ -206,8 +206,16 @@ TEST(SystemPaths, AreLiftedOnlyWhenTheyAreLongAndAbsolute) {
     EXPECT_EQ(lifted(u"\\\\host\\share\\" + tail), u"\\\\?\\UNC\\host\\share\\" + tail);
     EXPECT_EQ(lifted(u"\\\\?\\C:\\" + tail), u"\\\\?\\C:\\" + tail);
     EXPECT_EQ(lifted(tail), tail);
-    EXPECT_EQ(lifted(u"C:\\a\\" + std::u16string(254, u'x')), u"C:\\a\\" + std::u16string(254, u'x'));
-    EXPECT_EQ(lifted(u"C:\\a\\" + std::u16string(255, u'x')), u"\\\\?\\C:\\a\\" + std::u16string(255, u'x'));
+    EXPECT_EQ(lifted(u"C:\\a\\" + std::u16string(242, u'x')), u"C:\\a\\" + std::u16string(242, u'x'));
+    EXPECT_EQ(lifted(u"C:\\a\\" + std::u16string(243, u'x')), u"\\\\?\\C:\\a\\" + std::u16string(243, u'x'));
+}
+
+TEST(SystemPaths, OfDevicesAreRefusedHoweverTheyAreWritten) {
+    for (const char16_t* path : {u"NUL", u"C:\\a\\nul", u"\\\\.\\NUL", u"//./nul", u"\\\\.\\C:", u"COM1"}) {
+        EXPECT_EQ(SystemPath(path).Get(), nullptr) << ToWide(path);
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_NAME));
+    }
+    EXPECT_NE(SystemPath(u"\\\\server\\share\\a.txt").Get(), nullptr);
 }
 
 TEST_F(SystemFiles, TakeADriveBelowTheRootForTheDrive) {

@@ -159,6 +159,9 @@ bool FileIsProtected(const char16_t* path) {
     return stat(HostName(path).c_str(), &info) == 0 && IsProtected(info);
 }
 
+// Here a name alone hides a file.
+void FileCopyHidden(const char16_t*, const char16_t*) {}
+
 bool FileMove(const char16_t* from, const char16_t* to) {
     if (FaultStrikes(FaultPoint::kFileMove) || !NameIsValid(from) || !NameIsValid(to)) return false;
     const std::string source = HostName(from);

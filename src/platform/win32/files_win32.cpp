@@ -10,17 +10,23 @@ namespace {
 
 HANDLE ToFile(FileHandle file) { return reinterpret_cast<HANDLE>(file); }
 
-FileHandle OpenFile(const char16_t* path, DWORD access, DWORD share, DWORD disposition) {
-    const SystemPath systemPath(path);
-    if (systemPath.Get() == nullptr) return nullptr;
-    const HANDLE file = CreateFileW(systemPath.Get(), access, share, nullptr, disposition, 0, nullptr);
+FileHandle OpenFile(const SystemPath& path, DWORD access, DWORD share, DWORD disposition, DWORD attributes) {
+    if (path.Get() == nullptr) return nullptr;
+    const HANDLE file = CreateFileW(path.Get(), access, share, nullptr, disposition, attributes, nullptr);
     return file != INVALID_HANDLE_VALUE ? reinterpret_cast<FileHandle>(file) : nullptr;
+}
+
+// A file that has these may only be emptied by who names them.
+DWORD HiddenAttributes(const SystemPath& path) {
+    const DWORD attributes = path.Get() != nullptr ? GetFileAttributesW(path.Get()) : INVALID_FILE_ATTRIBUTES;
+    if (attributes == INVALID_FILE_ATTRIBUTES) return 0;
+    return attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
 }
 
 }  // namespace
 
 FileHandle FileOpenForReading(const char16_t* path) {
-    return OpenFile(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
+    return OpenFile(SystemPath(path), GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING, 0);
 }
 
 FileHandle FileCreateForWriting(const char16_t* path) {
@@ -30,7 +36,8 @@ FileHandle FileCreateForWriting(const char16_t* path) {
         SetLastError(ERROR_ACCESS_DENIED);
         return nullptr;
     }
-    return OpenFile(path, GENERIC_WRITE, 0, CREATE_ALWAYS);
+    const SystemPath systemPath(path);
+    return OpenFile(systemPath, GENERIC_WRITE, 0, CREATE_ALWAYS, HiddenAttributes(systemPath));
 }
 
 bool FileRead(FileHandle file, void* buffer, uint32_t size, uint32_t* read) {
@@ -62,6 +69,13 @@ bool FileIsProtected(const char16_t* path) {
     const DWORD attributes = GetFileAttributesW(systemPath.Get());
     return attributes != INVALID_FILE_ATTRIBUTES &&
            (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0;
+}
+
+void FileCopyHidden(const char16_t* from, const char16_t* to) {
+    const DWORD hidden = HiddenAttributes(SystemPath(from));
+    const SystemPath target(to);
+    if (hidden != 0 && target.Get() != nullptr)
+        SetFileAttributesW(target.Get(), hidden | FILE_ATTRIBUTE_ARCHIVE);
 }
 
 bool FileMove(const char16_t* from, const char16_t* to) {

@@ -41,20 +41,22 @@ class QuietDrives {
     DWORD before_ = 0;
 };
 
-// `folder` + "\*", to be freed with FreeShellText; null when memory is short.
+// What lists a folder, to be freed with FreeShellText; null with the last error set on failure. The folder's
+// own path is made exact first: with something behind it, a dot at its end would no longer be noticed.
 wchar_t* PatternOf(const char16_t* folder) {
-    const size_t units = Utf16Length(folder);
+    const SystemPath path(*folder != 0 ? folder : u"\\");
+    if (path.Get() == nullptr) return nullptr;
+    size_t units = wcslen(path.Get());
+    while (units > 0 && path.Get()[units - 1] == L'\\') --units;
     wchar_t* pattern = shell::AllocShellText(units + 2);
     if (pattern == nullptr) return nullptr;
-    wmemcpy(pattern, ToWide(folder), units);
+    wmemcpy(pattern, path.Get(), units);
     wmemcpy(pattern + units, L"\\*", 2);
     return pattern;
 }
 
 bool OpenPattern(FolderSearch search, const char16_t* folder, const wchar_t* pattern) {
-    const SystemPath systemPath(FromWide(pattern));
-    if (systemPath.Get() == nullptr) return false;
-    const HANDLE handle = FindFirstFileW(systemPath.Get(), &search->data);
+    const HANDLE handle = FindFirstFileW(pattern, &search->data);
     if (handle != INVALID_HANDLE_VALUE) {
         search->handle = handle;
         search->isRead = true;

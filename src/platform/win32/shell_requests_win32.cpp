@@ -1,5 +1,12 @@
 #include "platform/shell_requests.h"
 
+#include <windows.h>
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include <cwchar>
+
 #include "platform/win32/casts.h"
 #include "shell/low_memory.h"
 
@@ -13,28 +20,65 @@ constexpr int kMostPaints = 16;  // a window that never becomes valid must not h
 
 ULONGLONG nextLook = 0;
 
-// Takes what is waiting in a range of messages and forgets it. Returns whether Esc was among it.
+// Touches before the system has made mouse messages of them; headers for Windows 7 do not name them.
+constexpr UINT kPointerFirst = 0x0241;
+constexpr UINT kPointerDown = 0x0246;
+constexpr UINT kPointerLast = 0x0257;
+
+bool IsBar(HWND window) {
+    wchar_t name[32] = {};
+    GetClassNameW(window, name, 32);
+    return wcscmp(name, TOOLBARCLASSNAMEW) == 0;
+}
+
+bool IsCancelOfBar(HWND bar, POINT point) {
+    const LRESULT index = SendMessageW(bar, TB_HITTEST, 0, reinterpret_cast<LPARAM>(&point));
+    TBBUTTON button = {};
+    if (index < 0 ||
+        !SendMessageW(bar, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button)))
+        return false;
+    return button.idCommand == IDCANCEL && (button.fsState & TBSTATE_ENABLED) != 0;
+}
+
+bool PressesCancel(const MSG& message) {
+    if (message.message != WM_LBUTTONDOWN && message.message != kPointerDown) return false;
+    POINT point = {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
+    if (message.message == kPointerDown) ScreenToClient(message.hwnd, &point);
+    if (IsBar(message.hwnd)) return IsCancelOfBar(message.hwnd, point);
+    return GetDlgCtrlID(message.hwnd) == IDCANCEL && IsWindowEnabled(message.hwnd);
+}
+
+// Takes what is waiting in a range of messages and forgets it. Returns whether the person wants to stop.
 bool SwallowInput(UINT first, UINT last) {
-    bool escape = false;
+    bool stops = false;
     MSG message = {};
     while (PeekMessageW(&message, nullptr, first, last, PM_REMOVE)) {
-        escape = escape || (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE);
+        stops =
+            stops || (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) || PressesCancel(message);
     }
-    return escape;
+    return stops;
 }
+
+struct MessageRange {
+    UINT first;
+    UINT last;
+};
+constexpr MessageRange kInput[] = {{WM_KEYFIRST, WM_KEYLAST},
+                                   {WM_MOUSEFIRST, WM_MOUSELAST},
+                                   {WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK},
+                                   {kPointerFirst, kPointerLast}};
 
 // Looking for messages is also what answers the ones that other programs and the system have sent. Posted
 // ones but for these, requests to close among them, stay where they are.
 bool LookAtMessages() {
-    const bool escape = SwallowInput(WM_KEYFIRST, WM_KEYLAST);
-    SwallowInput(WM_MOUSEFIRST, WM_MOUSELAST);
-    SwallowInput(WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK);
+    bool stops = false;
+    for (const auto& [first, last] : kInput) stops = SwallowInput(first, last) || stops;
     MSG message = {};
     for (int i = 0; i < kMostPaints && PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE); ++i) {
         DispatchMessageW(&message);
     }
     SetCursor(LoadCursorW(nullptr, IDC_WAIT));
-    return escape;
+    return stops;
 }
 
 }  // namespace
@@ -51,9 +95,9 @@ bool AnsweringDue() { return GetTickCount64() >= nextLook; }
 
 bool KeepAnswering() {
     if (!AnsweringDue()) return true;
-    const bool escape = LookAtMessages();
+    const bool stops = LookAtMessages();
     nextLook = GetTickCount64() + kNextLook;
-    return !escape;
+    return !stops;
 }
 
 }  // namespace nira

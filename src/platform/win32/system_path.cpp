@@ -11,7 +11,8 @@ namespace nira {
 
 namespace {
 
-constexpr size_t kLongestPlainPath = MAX_PATH - 1;
+// A folder must leave room for a short name in it, so its limit is lower than that of a file.
+constexpr size_t kLongestPlainPath = MAX_PATH - 1 - 12;
 
 bool IsDriveAbsolute(const wchar_t* path) {
     return path[0] != 0 && path[1] == L':' && (path[2] == L'\\' || path[2] == L'/');
