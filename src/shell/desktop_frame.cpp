@@ -121,11 +121,13 @@ bool PassFocusOn(HWND window) {
     return content != nullptr;
 }
 
-// F10, Alt alone and Alt with a letter, which on a desktop reach the menus. Alt+Space stays the system
-// menu's.
+// F10, Alt alone and Alt with a letter, which on a desktop reach the menus, and here the bar's buttons.
+// Alt+Space stays the system menu's.
 bool OpenMenuByKey(HWND window, WPARAM command, LPARAM key) {
-    return (command & 0xFFF0) == SC_KEYMENU && key != L' ' && VisibleBar(window) &&
-           OpenDropDownByKey(VisibleBar(window), static_cast<wchar_t>(key));
+    const HWND bar = VisibleBar(window);
+    const auto letter = static_cast<wchar_t>(key);
+    return (command & 0xFFF0) == SC_KEYMENU && key != L' ' && bar &&
+           (OpenDropDownByKey(bar, letter) || PressButtonByKey(bar, letter));
 }
 
 constexpr UINT kDensityChanged = 0x02E0;  // WM_DPICHANGED, which headers for Windows 7 do not name

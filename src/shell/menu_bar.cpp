@@ -542,4 +542,17 @@ bool OpenDropDownByKey(HWND window, wchar_t letter) {
     return false;
 }
 
+bool PressButtonByKey(HWND window, wchar_t letter) {
+    const Bar* bar = IsWindowVisible(window) ? FindBar(window) : nullptr;
+    for (int i = 0; bar && letter != 0 && i < bar->slotCount; ++i) {
+        const UINT command = bar->slots[i].command;
+        if (!bar->slots[i].dropDown && Tell(bar, TB_ISBUTTONENABLED, command, 0) &&
+            LabelBeginsWith(bar, command, letter)) {
+            return PostMessageW(GetParent(window), WM_COMMAND, command, reinterpret_cast<LPARAM>(window)) !=
+                   FALSE;
+        }
+    }
+    return false;
+}
+
 }  // namespace shell

@@ -87,4 +87,8 @@ bool OpenDropDown(HWND bar, UINT command);
 // the bar for.
 bool OpenDropDownByKey(HWND bar, wchar_t letter);
 
+// Does what a tap on the first enabled button does whose text or tooltip begins with `letter` (any case):
+// bars never have the keyboard. False when there is none in sight.
+bool PressButtonByKey(HWND bar, wchar_t letter);
+
 }  // namespace shell

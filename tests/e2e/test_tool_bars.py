@@ -37,6 +37,15 @@ def bring_replace(nira):
     key("Return")
 
 
+def bring_replacement(nira):
+    key("ctrl+h")
+    nira.wait_dialog("Replace")
+    type_text("one")
+    key("Tab")
+    type_text("two")
+    key("Return")
+
+
 def written(nira, path):
     """The bytes on the disk after Ctrl+S."""
     key("ctrl+s")
@@ -141,3 +150,22 @@ def test_every_bar_leads_to_the_other_documents(opened, bring):
     tap(made, BUFFERS)
     key("Up", "Up", "Return")  # the documents stand at the bottom
     nira_driver.wait_for("first document", lambda: nira.title().startswith(path.name))
+
+
+def test_letters_press_the_buttons_of_the_bar_in_sight(opened):
+    nira, path = opened(b"one one\r\n")
+    main = nira.bar()
+    bring_replacement(nira)
+    made = nira.next_bar(main)
+    key("alt+r")
+    nira.wait_title(path.name + " *")
+    key("alt+c")
+    assert nira.next_bar(made).handle == main.handle
+    assert written(nira, path) == b"two one\r\n"
+    key("ctrl+z")
+    made = nira.next_bar(main)
+    nira.wait_title(path.name + " *")
+    key("alt+r")
+    nira.wait_title(path.name)
+    key("alt+c")
+    assert nira.next_bar(made).handle == main.handle
