@@ -10,8 +10,8 @@
 
 namespace nira {
 
-// `folder` + a backslash + `name`; a name that begins with two backslashes is a whole path and stays as it is,
-// and in the root folder so does one that begins with one.
+// `folder` + a backslash + `name`; a name that begins with two backslashes is a whole path and stays as it
+// is, and in the root folder so does one that begins with one.
 char16_t* JoinPath(const char16_t* folder, const char16_t* name);
 
 // Makes a joined path plain, in place: a part that is a drive (`C:`) restarts the path there, which is how a

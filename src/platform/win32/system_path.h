@@ -4,8 +4,8 @@
 namespace nira {
 
 // Maps a path with one leading backslash into the home folder, lifts the system's limits of 247 and 259 units
-// from absolute paths, reaches an existing file whose name the system would change, and refuses devices: a text
-// saved to `NUL` would be lost. Lives as long as the call it is made for.
+// from absolute paths, reaches an existing file whose name the system would change, and refuses devices: a
+// text saved to `NUL` would be lost. Lives as long as the call it is made for.
 class SystemPath {
   public:
     explicit SystemPath(const char16_t* path);
