@@ -8,6 +8,10 @@ export LC_ALL=C.UTF-8
 export HOME="${HOME:-$(getent passwd "$(id -u)" | cut -d: -f6)}"
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+# Where ccache is installed, what one checkout has compiled serves another in another folder.
+export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root} CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
+
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/nira
 data=${XDG_DATA_HOME:-$HOME/.local/share}/nira
 
